@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cmath>
+#include <vector>
+
+#include "foundation/math/vector.h"
+#include "foundation/object/exception.h"
+
+namespace detail {
+
+/// Points as a fit sees them: moved to their mean and divided by their extent, so that the sums of their powers
+/// stay of one size. Throws: gmMathError::Singular for too few points, for points at one place and for points that
+/// are not finite.
+struct Normalized {
+    Normalized(const std::vector<gmVector<2>>& original, std::size_t least) {
+        if (original.size() < least)
+            throw gmMathError::Singular("too few points for a fit");
+        const double weight = 1.0 / static_cast<double>(original.size());
+        for (const gmVector<2>& point : original)
+            mean = mean + point * weight;
+        for (const gmVector<2>& point : original)
+            extent = std::fmax(extent, (point - mean).len());
+        if (!std::isfinite(mean.x()) || !std::isfinite(mean.y()) || !std::isfinite(extent) || !(extent > 0.0))
+            throw gmMathError::Singular("points have no finite extent");
+        points.reserve(original.size());
+        for (const gmVector<2>& point : original)
+            points.push_back((point - mean) / extent);
+    }
+
+    gmVector<2> mean;
+    double extent = 0.0;
+    std::vector<gmVector<2>> points;
+};
+
+/// The root mean square of distance(point) over the points.
+template <class Distance>
+double rootMeanSquare(const std::vector<gmVector<2>>& points, Distance distance) {
+    double sum = 0.0;
+    for (const gmVector<2>& point : points) {
+        const double d = distance(point);
+        sum += d * d;
+    }
+    return std::sqrt(sum / static_cast<double>(points.size()));
+}
+
+/// fit(points), then up to `rounds` times again without the points for which distance(fitted, point) exceeds the
+/// limit, until none is left out any more.
+template <class Fit, class Distance>
+auto fitWithoutOutliers(const std::vector<gmVector<2>>& points, unsigned long rounds, double limit, Fit fit,
+                        Distance distance) {
+    auto fitted = fit(points);
+    std::size_t used = points.size();
+    for (unsigned long round = 0; round < rounds; ++round) {
+        std::vector<gmVector<2>> kept;
+        for (const gmVector<2>& point : points)
+            if (distance(fitted, point) <= limit)
+                kept.push_back(point);
+        if (kept.size() == used)
+            break;
+        used = kept.size();
+        fitted = fit(kept);
+    }
+    return fitted;
+}
+
+}  // namespace detail

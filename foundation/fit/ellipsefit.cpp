@@ -1,0 +1,193 @@
+#include "foundation/fit/ellipsefit.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "foundation/fit/detail/pointfit.h"
+
+namespace {
+
+constexpr double pi = 3.141592653589793;
+
+// Below this the equations leave more than one conic open, relative to their size.
+constexpr double undetermined = 1e-13;
+
+// Radii that agree to this are those of a circle: what is left is rounding, and its direction means nothing.
+constexpr double circular = 1e-12;
+
+using Triple = std::array<double, 3>;
+
+Triple cross(const Triple& a, const Triple& b) {
+    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+}
+
+double dot(const Triple& a, const Triple& b) {
+    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+}
+
+/// a x^2 + b x y + c y^2 + d x + e y + f = 0
+struct Conic {
+    Triple quadratic;  // a, b, c
+    Triple linear;     // d, e, f
+};
+
+/// The largest root of x^3 - trace x^2 + minors x - determinant, whose roots are all real.
+double largestRoot(double trace, double minors, double determinant) {
+    const double mean = trace / 3.0;
+    const double p = std::max(mean * mean - minors / 3.0, 0.0);
+    const double q = mean * mean * mean - 0.5 * mean * minors + 0.5 * determinant;
+    const double spread = std::sqrt(p);
+    const double cosine = spread > 0.0 ? q / (p * spread) : 1.0;
+    double root = mean + 2.0 * spread * std::cos(std::acos(std::clamp(cosine, -1.0, 1.0)) / 3.0);
+    // The closed form loses the last digits of a root that is small beside the others; Newton brings them back.
+    for (int i = 0; i < 3; ++i) {
+        const double slope = (3.0 * root - 2.0 * trace) * root + minors;
+        if (slope > 0.0)
+            root -= (((root - trace) * root + minors) * root - determinant) / slope;
+    }
+    return root;
+}
+
+/// The vector that the symmetric matrix, of rank 2, maps to zero.
+Triple nullVector(const std::array<Triple, 3>& rows) {
+    double size = 0.0;
+    for (const Triple& row : rows)
+        size = std::max(size, dot(row, row));
+    Triple best{};
+    for (const Triple& candidate : {cross(rows[0], rows[1]), cross(rows[1], rows[2]), cross(rows[2], rows[0])})
+        if (dot(candidate, candidate) > dot(best, best))
+            best = candidate;
+    if (!(std::sqrt(dot(best, best)) > undetermined * size))
+        throw gmMathError::Singular("points determine no ellipse");
+    return best;
+}
+
+/// The conic of least algebraic distance with 4ac - b^2 = 1, up to a factor.
+Conic fitConic(const std::vector<gmVector<2>>& points) {
+    // With the mean at the origin the linear terms are eliminated by two small systems.
+    std::array<Triple, 3> reduced{};  // sums of products of (x^2, xy, y^2), less what the linear terms explain
+    Triple alongX{};                  // sums of x * (x^2, xy, y^2)
+    Triple alongY{};
+    Triple squares{};  // sums of (x^2, xy, y^2)
+    for (const gmVector<2>& point : points) {
+        const Triple terms{point.x() * point.x(), point.x() * point.y(), point.y() * point.y()};
+        for (std::size_t i = 0; i < 3; ++i) {
+            for (std::size_t j = 0; j < 3; ++j)
+                reduced[i][j] += terms[i] * terms[j];
+            alongX[i] += terms[i] * point.x();
+            alongY[i] += terms[i] * point.y();
+            squares[i] += terms[i];
+        }
+    }
+    const double determinant = squares[0] * squares[2] - squares[1] * squares[1];
+    if (!(determinant > 1e-14 * (squares[0] + squares[2]) * (squares[0] + squares[2])))
+        throw gmMathError::Singular("points on a line determine no ellipse");
+    Triple perX;  // coefficients that give the linear terms from the quadratic ones
+    Triple perY;
+    Triple perOne;
+    for (std::size_t i = 0; i < 3; ++i) {
+        perX[i] = -(squares[2] * alongX[i] - squares[1] * alongY[i]) / determinant;
+        perY[i] = -(squares[0] * alongY[i] - squares[1] * alongX[i]) / determinant;
+        perOne[i] = -squares[i] / static_cast<double>(points.size());
+    }
+    for (std::size_t i = 0; i < 3; ++i)
+        for (std::size_t j = 0; j < 3; ++j)
+            reduced[i][j] += alongX[i] * perX[j] + alongY[i] * perY[j] + squares[i] * perOne[j];
+
+    // reduced * q = root * constraint * q, where q' constraint q = 4ac - b^2: the ellipse belongs to the largest
+    // root, the only one that is not negative.
+    const std::array<Triple, 3> m = {
+        Triple{0.5 * reduced[2][0], 0.5 * reduced[2][1], 0.5 * reduced[2][2]},
+        Triple{-reduced[1][0], -reduced[1][1], -reduced[1][2]},
+        Triple{0.5 * reduced[0][0], 0.5 * reduced[0][1], 0.5 * reduced[0][2]},
+    };
+    const double minors = m[0][0] * m[1][1] - m[0][1] * m[1][0] + m[0][0] * m[2][2] - m[0][2] * m[2][0] +
+                          m[1][1] * m[2][2] - m[1][2] * m[2][1];
+    const double root = largestRoot(m[0][0] + m[1][1] + m[2][2], minors, dot(m[0], cross(m[1], m[2])));
+    reduced[0][2] -= 2.0 * root;
+    reduced[2][0] -= 2.0 * root;
+    reduced[1][1] += root;
+    const Triple q = nullVector(reduced);
+    return {q, {dot(perX, q), dot(perY, q), dot(perOne, q)}};
+}
+
+gmEllipseFitResults fit(const std::vector<gmVector<2>>& points, const gmRadian& circleRotation) {
+    const detail::Normalized normalized(points, 5);
+    Conic conic = fitConic(normalized.points);
+    if (conic.quadratic[0] < 0.0) {
+        for (double& value : conic.quadratic)
+            value = -value;
+        for (double& value : conic.linear)
+            value = -value;
+    }
+    const auto [a, b, c] = conic.quadratic;
+    const auto [d, e, f] = conic.linear;
+    const double discriminant = 4.0 * a * c - b * b;
+    const gmVector<2> center = gmVector<2>(b * e - 2.0 * c * d, b * d - 2.0 * a * e) / discriminant;
+    const double level = -(f + 0.5 * (d * center.x() + e * center.y()));
+    const double root = std::sqrt((a - c) * (a - c) + b * b);
+    const double across = 0.5 * (a + c + root);  // the larger curvature of the quadratic form, and the smaller
+    const double along = 0.25 * discriminant / across;
+    const double xRadius = std::sqrt(level / along);
+    const double yRadius = std::sqrt(level / across);
+    if (!(discriminant > 0.0) || !(yRadius > 0.0) || !std::isfinite(xRadius))
+        throw gmMathError::Singular("points determine no ellipse");
+
+    gmEllipse::gmEllipseGeom geom;
+    geom.center = center * normalized.extent + normalized.mean;
+    geom.xRadius = xRadius * normalized.extent;
+    geom.yRadius = yRadius * normalized.extent;
+    const double rotation = 0.5 * std::atan2(-b, c - a);
+    geom.rotation = gmRadian(rotation > -0.5 * pi ? rotation : 0.5 * pi);
+    if (xRadius - yRadius <= circular * xRadius)
+        geom.rotation = circleRotation;
+    const gmEllipse ellipse(geom);
+    return {ellipse, detail::rootMeanSquare(points, [&](const gmVector<2>& p) { return gfDistToEllipse(ellipse, p); })};
+}
+
+}  // namespace
+
+double gfDistToEllipse(const gmEllipse& ellipse, const gmVector<2>& point) {
+    // In the frame of the axes, in the first quadrant, the longer axis along x.
+    const gmVector<2> offset = point - ellipse.center();
+    const gmVector<2> axis(std::cos(ellipse.rotation().value()), std::sin(ellipse.rotation().value()));
+    double x = std::fabs(axis.dot(offset));
+    double y = std::fabs(axis.cross(offset));
+    double a = std::fabs(ellipse.xRadius());
+    double b = std::fabs(ellipse.yRadius());
+    if (a < b) {
+        std::swap(a, b);
+        std::swap(x, y);
+    }
+    if (y == 0.0 || b == 0.0) {
+        // On the longer axis (or where there is no other) the foot has a closed form.
+        const double focal = a * a - b * b;
+        if (!(a * x < focal))
+            return gmVector<2>(x - a, y).len();
+        const double cosine = a * x / focal;
+        return gmVector<2>(x - a * cosine, y - b * std::sqrt(1.0 - cosine * cosine)).len();
+    }
+    // The foot is (a^2 x / (t + a^2), b^2 y / (t + b^2)) for the t that puts it on the ellipse. The inverse of its
+    // norm is concave in t, so that Newton's steps on it climb to the root from below, and quickly (Hebden 1973).
+    double t = std::max(b * (y - b), a * (x - a));
+    for (int i = 0; i < 100; ++i) {
+        const gmVector<2> unit(a * x / (t + a * a), b * y / (t + b * b));
+        const double slope = unit.x() * unit.x() / (t + a * a) + unit.y() * unit.y() / (t + b * b);
+        const double next = t + (unit.len() - 1.0) * unit.dot(unit) / slope;
+        if (!(next > t))
+            break;
+        t = next;
+    }
+    return gmVector<2>(x - a * (a * x / (t + a * a)), y - b * (b * y / (t + b * b))).len();
+}
+
+void gfEllipseFit(const gmEllipseFitParams& params, const std::vector<gmVector<2>>& points,
+                  gmEllipseFitResults& results) {
+    results = detail::fitWithoutOutliers(
+        points, params.outlierRounds(), params.outlierDistance(),
+        [&](const std::vector<gmVector<2>>& kept) { return fit(kept, params.circleRotation()); },
+        [](const gmEllipseFitResults& fitted, const gmVector<2>& point) {
+            return gfDistToEllipse(fitted.ellipse(), point);
+        });
+}

@@ -1,0 +1,372 @@
+#include "foundation/object/archive.h"
+
+#include <algorithm>
+#include <cstring>
+#include <istream>
+#include <limits>
+#include <map>
+#include <optional>
+#include <ostream>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "foundation/math/vector.h"
+#include "foundation/object/exception.h"
+#include "foundation/object/instantiator.h"
+
+namespace {
+
+constexpr unsigned char magic[] = {'M', 'O', 'K', 'A', 1};
+
+// Room made without knowing that the stream goes on that far: enough for most, little to lose.
+constexpr std::size_t blindRoom = 4096;
+
+using Marks = std::set<std::pair<const void*, std::uint64_t>>;
+
+// Marks of the pass that runs on this thread.
+thread_local Marks* currentMarks = nullptr;
+
+// How many bytes the stream still holds, where that can be asked.
+std::optional<std::uint64_t> restOf(std::istream& in) {
+    std::streambuf& buffer = *in.rdbuf();
+    const std::streamoff here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+    if (here < 0)
+        return {};
+    const std::streamoff end = buffer.pubseekoff(0, std::ios_base::end, std::ios_base::in);
+    buffer.pubseekoff(here, std::ios_base::beg, std::ios_base::in);
+    if (end < here)
+        return {};
+    return static_cast<std::uint64_t>(end - here);
+}
+
+}  // namespace
+
+struct gmArchive::State {
+    struct Stored {
+        std::uint32_t number;
+        bool open;                               // its content is being written
+        gmPtrHandle_const<gmRepBase> keptAlive;  // so that no other object takes its address
+    };
+    struct Loaded {
+        gmPersistent* object;
+        bool open;
+        gmPtrHandle<gmRepBase> counted;           // owner of an object that handles count
+        std::unique_ptr<gmPersistent> uncounted;  // owner of any other
+    };
+
+    std::ostream* out = nullptr;
+    std::istream* in = nullptr;
+    std::string pending;                // what the storing pass wrote so far
+    std::optional<std::uint64_t> rest;  // what the stream can still yield, where known
+    unsigned maxDepth = 256;
+    unsigned depth = 0;
+    bool failed = false;
+    Marks* marks = nullptr;  // of the pass that runs, null outside passes
+    std::uint32_t storedCount = 0;
+    std::map<const gmPersistent*, Stored> stored;
+    std::vector<Loaded> loaded;
+
+    void flush() {
+        const auto size = static_cast<std::streamsize>(pending.size());
+        const bool written = out->rdbuf() && out->rdbuf()->sputn(pending.data(), size) == size;
+        pending.clear();
+        if (!written)
+            throw Errors("archive could not be written");
+    }
+};
+
+/// One `archive || object`: the outermost one of an archive is the pass, those within it belong to it.
+class gmArchive::Pass {
+  public:
+    explicit Pass(State& state)
+        : state_(state),
+          outer_(std::exchange(currentMarks, state.marks)),
+          isPass_(!state.marks),
+          first_(state.storedCount) {
+        if (isPass_)
+            state_.marks = currentMarks = &marks_;
+    }
+    Pass(const Pass&) = delete;
+    Pass& operator=(const Pass&) = delete;
+
+    void succeeded() {
+        if (isPass_ && state_.out)
+            state_.flush();
+        done_ = true;
+    }
+
+    ~Pass() {
+        currentMarks = outer_;
+        if (!done_)
+            state_.failed = state_.in != nullptr;
+        if (!isPass_)
+            return;
+        state_.marks = nullptr;
+        state_.pending.clear();
+        // Objects of a pass that failed were never written. Those that nobody counts may be gone before the
+        // next pass, and another one live at their address.
+        for (auto entry = state_.stored.begin(); entry != state_.stored.end();)
+            if ((!done_ && entry->second.number > first_) || entry->second.keptAlive.isNull())
+                entry = state_.stored.erase(entry);
+            else
+                ++entry;
+        if (!done_)
+            state_.storedCount = first_;
+    }
+
+  private:
+    State& state_;
+    Marks* outer_;
+    Marks marks_;
+    bool isPass_;
+    bool done_ = false;
+    std::uint32_t first_;
+};
+
+gmArchive::gmArchive(std::ostream& out) : state_(std::make_unique<State>()) {
+    state_->out = &out;
+    storeBytes(magic, sizeof magic);
+}
+
+gmArchive::gmArchive(std::istream& in) : state_(std::make_unique<State>()) {
+    state_->in = &in;
+    if (in.rdbuf())
+        state_->rest = restOf(in);
+    unsigned char start[sizeof magic];
+    loadBytes(start, sizeof start);
+    if (!std::equal(std::begin(start), std::end(start), std::begin(magic)))
+        throw Malformed("not an archive");
+}
+
+gmArchive::~gmArchive() = default;
+
+bool gmArchive::isStoring() const {
+    return state_->out != nullptr;
+}
+
+unsigned gmArchive::maxDepth() const {
+    return state_->maxDepth;
+}
+
+void gmArchive::maxDepth(unsigned depth) {
+    state_->maxDepth = depth;
+}
+
+void gmArchive::storeBytes(const unsigned char* bytes, std::size_t count) {
+    state_->pending.append(reinterpret_cast<const char*>(bytes), count);
+    if (!state_->marks)
+        state_->flush();
+}
+
+void gmArchive::loadBytes(unsigned char* bytes, std::size_t count) {
+    State& state = *state_;
+    if (state.failed)
+        throw Errors("archive was refused before");
+    const auto size = static_cast<std::streamsize>(count);
+    if (!state.in->rdbuf() || state.in->rdbuf()->sgetn(reinterpret_cast<char*>(bytes), size) != size) {
+        state.failed = true;
+        throw Truncated();
+    }
+    if (state.rest)
+        *state.rest -= std::min<std::uint64_t>(*state.rest, count);
+}
+
+std::size_t gmArchive::roomFor(unsigned long count, std::size_t bytesEach) const {
+    if (!state_->rest)
+        return std::min<std::size_t>(count, blindRoom);
+    if (count > *state_->rest / bytesEach)
+        throw Truncated();
+    return count;
+}
+
+template <class Unsigned>
+void gmArchive::archiveUnsigned(Unsigned& value) {
+    unsigned char bytes[sizeof value];
+    if (isStoring()) {
+        for (std::size_t i = 0; i < sizeof value; ++i)
+            bytes[i] = static_cast<unsigned char>(value >> (8 * i));
+        storeBytes(bytes, sizeof value);
+    } else {
+        loadBytes(bytes, sizeof value);
+        std::uint64_t read = 0;
+        for (std::size_t i = 0; i < sizeof value; ++i)
+            read |= static_cast<std::uint64_t>(bytes[i]) << (8 * i);
+        value = static_cast<Unsigned>(read);
+    }
+}
+
+gmArchive& gmArchive::operator||(bool& value) {
+    std::uint8_t byte = value;
+    archiveUnsigned(byte);
+    if (byte > 1)
+        throw Malformed("a truth value is neither 0 nor 1");
+    value = byte == 1;
+    return *this;
+}
+
+gmArchive& gmArchive::operator||(long& value) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    if (isStoring() && (value < Limits::min() || value > Limits::max()))
+        throw OutOfRange("a number does not fit in 32 bits");
+    auto bits = static_cast<std::uint32_t>(value);
+    archiveUnsigned(bits);
+    value = static_cast<std::int32_t>(bits);
+    return *this;
+}
+
+gmArchive& gmArchive::operator||(unsigned long& value) {
+    if (isStoring() && value > std::numeric_limits<std::uint32_t>::max())
+        throw OutOfRange("a number does not fit in 32 bits");
+    auto bits = static_cast<std::uint32_t>(value);
+    archiveUnsigned(bits);
+    value = bits;
+    return *this;
+}
+
+gmArchive& operator||(gmArchive& archive, unsigned char& value) {
+    archive.archiveUnsigned(value);
+    return archive;
+}
+
+gmArchive& operator||(gmArchive& archive, unsigned short& value) {
+    archive.archiveUnsigned(value);
+    return archive;
+}
+
+gmArchive& operator||(gmArchive& archive, double& value) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    archive.archiveUnsigned(bits);
+    std::memcpy(&value, &bits, sizeof bits);
+    return archive;
+}
+
+gmArchive& operator||(gmArchive& archive, std::string& value) {
+    unsigned long length = value.size();
+    archive || length;
+    if (archive.isStoring()) {
+        archive.storeBytes(reinterpret_cast<const unsigned char*>(value.data()), length);
+        return archive;
+    }
+    std::string read;
+    while (read.size() < length) {
+        const std::size_t start = read.size();
+        const std::size_t step = archive.roomFor(length - start, 1);
+        read.resize(start + step);
+        archive.loadBytes(reinterpret_cast<unsigned char*>(read.data() + start), step);
+    }
+    value = std::move(read);
+    return archive;
+}
+
+gmArchive& operator||(gmArchive& archive, gmVector<2>& value) {
+    double x = value.x();
+    double y = value.y();
+    archive || x;
+    archive || y;
+    value = gmVector<2>(x, y);
+    return archive;
+}
+
+gmArchive& operator||(gmArchive& archive, gmPersistent& object) {
+    gmArchive::Pass pass(*archive.state_);
+    object.dispatchSerialize(archive);
+    pass.succeeded();
+    return archive;
+}
+
+bool gmPersistent::haveVisited(void* object, std::uint64_t size) {
+    return currentMarks && currentMarks->count({object, size}) != 0;
+}
+
+void gmPersistent::setVisited(void* object, std::uint64_t size) {
+    if (currentMarks)
+        currentMarks->emplace(object, size);
+}
+
+void gmPersistent::serializePointer(gmArchive& archive, gmPersistent* stored, gmPersistent*& loaded) {
+    gmArchive::Pass pass(*archive.state_);
+    if (archive.isStoring())
+        archive.storePointer(stored);
+    else
+        loaded = archive.loadPointer();
+    pass.succeeded();
+}
+
+// A pointer is a number: 0 for null, an earlier object's number for that object, or the next unused number,
+// which the name of the class and the object's content follow.
+
+void gmArchive::storePointer(gmPersistent* object) {
+    State& state = *state_;
+    const auto found = state.stored.find(object);
+    std::uint32_t number = 0;
+    if (found != state.stored.end()) {
+        if (found->second.open)
+            throw Malformed("an object contains itself");
+        number = found->second.number;
+    } else if (object) {
+        number = state.storedCount + 1;
+    }
+    archiveUnsigned(number);
+    if (!object || found != state.stored.end())
+        return;
+
+    std::string name = gm_Instantiator::className(typeid(*object));
+    if (!gm_Instantiator::isRegistered(name))
+        throw UnknownClass("class " + name + " is not registered");
+    if (state.depth >= state.maxDepth)
+        throw OutOfRange("objects are nested too deeply");
+    *this || name;
+    // An object without handles lives elsewhere, on the stack perhaps: counting it would destroy it.
+    const auto* counted = dynamic_cast<const gmRepBase*>(object);
+    const bool shared = counted && counted->referenceCount() > 0;
+    State::Stored& entry = state.stored[object];
+    entry.number = ++state.storedCount;
+    entry.open = true;
+    entry.keptAlive = gmPtrHandle_const<gmRepBase>(shared ? counted : nullptr);
+    ++state.depth;
+    try {
+        object->dispatchSerialize(*this);
+    } catch (...) {
+        --state.depth;
+        throw;
+    }
+    --state.depth;
+    entry.open = false;
+}
+
+gmPersistent* gmArchive::loadPointer() {
+    State& state = *state_;
+    std::uint32_t number = 0;
+    archiveUnsigned(number);
+    if (number == 0)
+        return nullptr;
+    if (number <= state.loaded.size()) {
+        if (state.loaded[number - 1].open)
+            throw Malformed("an object contains itself");
+        return state.loaded[number - 1].object;
+    }
+    if (number != state.loaded.size() + 1)
+        throw Malformed("a reference to an object that was not read");
+
+    std::string name;
+    *this || name;
+    if (state.depth >= state.maxDepth)
+        throw OutOfRange("objects are nested too deeply");
+    std::unique_ptr<gmPersistent> made(gm_Instantiator::make(name));
+    if (!made)
+        throw UnknownClass("class " + name + " is not registered");
+    gmPersistent* const object = made.get();
+    state.loaded.push_back({object, true, {}, std::move(made)});
+    if (auto* counted = dynamic_cast<gmRepBase*>(object)) {
+        static_cast<void>(state.loaded.back().uncounted.release());
+        state.loaded.back().counted = gmPtrHandle<gmRepBase>(counted);
+    }
+    ++state.depth;
+    object->dispatchSerialize(*this);  // what it throws ends this archive, and the depth with it
+    --state.depth;
+    object->reInit();
+    state.loaded[number - 1].open = false;
+    return object;
+}

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "foundation/export.h"
+
+class gmPersistent;
+template <int N>
+class gmVector;
+
+/// A stream of objects that is either storing or loading. One statement serves both ways: `archive || value`
+/// writes the value or overwrites it with what it reads.
+///
+/// Bytes: little-endian, fixed width, IEEE doubles; "MOKA" and a format number come first, when the archive is
+/// made. `long` and `unsigned long` take 32 bits, and a value that does not fit is refused, never cut.
+///
+/// Passes: the outermost `archive || object` is one pass. Within it each object is archived once. What a
+/// storing pass wrote reaches the stream when the pass has succeeded, and not a byte of it otherwise. Objects
+/// stored through pointers are known for as long as the archive lives: later passes refer to them.
+///
+/// Nothing read is trusted: lengths are checked before memory is taken, nesting is bounded, no object contains
+/// itself, and every refusal is one of the errors below. Objects made while loading belong to the archive until
+/// a handle takes them. After the load of an object was refused, the archive reads nothing more.
+///
+/// One archive belongs to one thread at a time. Throws: each operation may throw what is listed under Errors.
+class MOKSTD_API gmArchive {
+  public:
+    /// Base of the errors of archives; also what a stream that takes no more bytes raises.
+    class Errors;
+    /// A version byte that the reader does not accept.
+    class UnknownVersion;
+    /// The stream ends before the content does.
+    class Truncated;
+    /// Bytes that no archive holds.
+    class Malformed;
+    /// A class that is not registered, named by the archive or to be stored.
+    class UnknownClass;
+    /// A number, a length or a nesting that the format does not hold.
+    class OutOfRange;
+
+    /// An archive that stores into, or loads from, a binary stream, which must outlive it.
+    explicit gmArchive(std::ostream& out);
+    explicit gmArchive(std::istream& in);
+    gmArchive(const gmArchive&) = delete;
+    gmArchive& operator=(const gmArchive&) = delete;
+    ~gmArchive();
+
+    bool isStoring() const;
+
+    /// How deep objects may contain each other through pointers. Storing refuses what loading would. 256 unless
+    /// set.
+    unsigned maxDepth() const;
+    void maxDepth(unsigned depth);
+
+    gmArchive& operator||(bool& value);
+    gmArchive& operator||(long& value);
+    gmArchive& operator||(unsigned long& value);
+
+    /// Loading: how many of `count` elements of at least `bytesEach` bytes to make room for at once. All of
+    /// them where the rest of the stream can be measured and holds that many; a modest number where it cannot be
+    /// measured. Throws: Truncated when that many cannot follow.
+    std::size_t roomFor(unsigned long count, std::size_t bytesEach) const;
+
+  private:
+    friend class gmPersistent;
+    friend MOKSTD_API gmArchive& operator||(gmArchive&, unsigned char&);
+    friend MOKSTD_API gmArchive& operator||(gmArchive&, unsigned short&);
+    friend MOKSTD_API gmArchive& operator||(gmArchive&, double&);
+    friend MOKSTD_API gmArchive& operator||(gmArchive&, std::string&);
+    friend MOKSTD_API gmArchive& operator||(gmArchive&, gmPersistent&);
+
+    struct State;
+    class Pass;
+    std::unique_ptr<State> state_;
+
+    void storeBytes(const unsigned char* bytes, std::size_t count);
+    void loadBytes(unsigned char* bytes, std::size_t count);
+    template <class Unsigned>
+    void archiveUnsigned(Unsigned& value);
+    void storePointer(gmPersistent* object);
+    gmPersistent* loadPointer();
+};
+
+/// One byte.
+MOKSTD_API gmArchive& operator||(gmArchive& archive, unsigned char& value);
+/// Two bytes.
+MOKSTD_API gmArchive& operator||(gmArchive& archive, unsigned short& value);
+/// Eight bytes, any bit pattern.
+MOKSTD_API gmArchive& operator||(gmArchive& archive, double& value);
+/// A 32-bit length and that many bytes.
+MOKSTD_API gmArchive& operator||(gmArchive& archive, std::string& value);
+/// x, then y.
+MOKSTD_API gmArchive& operator||(gmArchive& archive, gmVector<2>& value);
+/// The content of the object, by its class's own layout.
+MOKSTD_API gmArchive& operator||(gmArchive& archive, gmPersistent& object);
+
+/// A number of elements and the elements, each of at least `bytesEach` bytes. Loading makes the vector as long as
+/// the number says and reads the elements in place: when one is refused, those before it stay read. Where the rest
+/// of the stream cannot be measured, the vector grows as the elements come.
+template <class T>
+gmArchive& archiveVector(gmArchive& archive, std::vector<T>& elements, std::size_t bytesEach) {
+    unsigned long count = elements.size();
+    archive || count;
+    if (!archive.isStoring())
+        elements.resize(archive.roomFor(count, bytesEach));
+    for (unsigned long i = 0; i < count; ++i) {
+        if (i == elements.size())
+            elements.resize(i + archive.roomFor(count - i, bytesEach));
+        archive || elements[i];
+    }
+    return archive;
+}

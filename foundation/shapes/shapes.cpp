@@ -1,0 +1,52 @@
+#include <cmath>
+#include <limits>
+
+#include "foundation/object/exception.h"
+#include "foundation/shapes/circle.h"
+#include "foundation/shapes/ellipse.h"
+#include "foundation/shapes/line.h"
+#include "foundation/shapes/lineseg.h"
+#include "foundation/shapes/point.h"
+#include "foundation/shapes/polygon.h"
+#include "foundation/shapes/rect.h"
+
+namespace {
+constexpr double parallelSine = 1e-12;
+}
+
+gmShape::~gmShape() = default;
+
+double gmPoint::distToPoint(const gmVector<2>& v) const {
+    return exists_ ? position_.distance(v) : std::numeric_limits<double>::infinity();
+}
+
+gmPoint gmLine::proj(const gmVector<2>& v) const {
+    return gmPoint(hasDirection() ? through_ + direction_ * gfFootParameter(through_, direction_, v) : through_);
+}
+
+double gmLine::distToPoint(const gmVector<2>& v) const {
+    // From v's own position: far from the origin the foot itself would be rounded to the grid of its coordinates.
+    const gmVector<2> toStart = through_ - v;
+    return (hasDirection() ? toStart + direction_ * gfFootParameter(through_, direction_, v) : toStart).len();
+}
+
+bool gmLine::isParallel(const gmLine& other) const {
+    return std::fabs(direction_.cross(other.direction_)) <= parallelSine * direction_.len() * other.direction_.len();
+}
+
+gmPoint gmLine::intersect(const gmLine& other) const {
+    if (isParallel(other))
+        return gmPoint();
+    const double t = (other.through_ - through_).cross(other.direction_) / direction_.cross(other.direction_);
+    return gmPoint(through_ + direction_ * t);
+}
+
+bool gmRect::within(const gmVector<2>& v) const {
+    return lower_.x() <= v.x() && v.x() <= upper_.x() && lower_.y() <= v.y() && v.y() <= upper_.y();
+}
+
+const gmVector<2>& gmPolygon::operator[](long index) const {
+    if (index < 0 || index >= static_cast<long>(vertices_.size()))
+        throw gmMathError::OutOfRange("polygon has no vertex " + std::to_string(index));
+    return vertices_[static_cast<std::size_t>(index)];
+}
