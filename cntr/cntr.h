@@ -1,0 +1,7 @@
+// Everything that the contour library offers, with the foundation it stands on.
+#pragma once
+
+#include "cntr/contour.h"
+#include "cntr/defs.h"
+#include "cntr/inertia.h"
+#include "foundation/foundation.h"

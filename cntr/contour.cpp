@@ -1,0 +1,184 @@
+#include "cntr/contour.h"
+
+#include <limits>
+
+#include "cntr/detail/edges.h"
+#include "cntr/detail/tolerances.h"
+#include "foundation/math/realeq.h"
+
+namespace {
+
+std::uint32_t checkedLabel(unsigned long label) {
+    if (label > std::numeric_limits<std::uint32_t>::max())
+        throw gmContourDefs::BadParams("label does not fit in 32 bits");
+    return static_cast<std::uint32_t>(label);
+}
+
+std::vector<gmVector<2>> verticesOf(const gmPolygon& polygon) {
+    std::vector<gmVector<2>> points;
+    points.reserve(static_cast<std::size_t>(polygon.size()));
+    for (int i = 0; i < polygon.size(); ++i)
+        points.push_back(polygon[i]);
+    return points;
+}
+
+double computeLength(const std::vector<gmVector<2>>& points, bool closed) {
+    double sum = 0.0;
+    detail::forEachEdge(points, closed,
+                        [&](const gmVector<2>& from, const gmVector<2>& to) { sum += from.distance(to); });
+    return sum;
+}
+
+gmVector<2> computeMeanPosition(const std::vector<gmVector<2>>& points, bool closed) {
+    gmVector<2> sum;
+    double total = 0.0;
+    detail::forEachEdge(points, closed, [&](const gmVector<2>& from, const gmVector<2>& to) {
+        const double length = from.distance(to);
+        sum = sum + length * (from + to) / 2.0;
+        total += length;
+    });
+    return sum * (1.0 / total);
+}
+
+void computeEdges(const std::vector<gmVector<2>>& points, bool closed, detail::Edges& edges) {
+    edges.lineSegs.clear();
+    edges.lines.clear();
+    edges.rects.clear();
+    edges.valid.clear();
+    detail::forEachEdge(points, closed, [&](const gmVector<2>& from, const gmVector<2>& to) {
+        const bool valid = !gfRealEq(from, to, detail::sameValue);
+        edges.lineSegs.push_back(valid ? gmLineSeg(from, to) : gmLineSeg());
+        edges.lines.push_back(valid ? edges.lineSegs.back().line() : gmLine());
+        edges.rects.push_back(valid ? gmRect(from, {}).enclose(gmRect(to, {})) : gmRect());
+        edges.valid.push_back(valid);
+    });
+}
+
+}  // namespace
+
+gmContour::gmContour() {
+    gmContour::cleanCacheInfo();
+}
+
+gmContour::gmContour(const std::vector<gmVector<2>>& points, bool closed, unsigned long label)
+    : label_(checkedLabel(label)), closed_(closed), points_(points) {
+    gmContour::cleanCacheInfo();
+}
+
+gmContour::gmContour(const gmPolygon& polygon, unsigned long label)
+    : label_(checkedLabel(label)), points_(verticesOf(polygon)) {
+    closed_ = points_.empty() || gfRealEq(points_.front(), points_.back(), detail::sameValue);
+    gmContour::cleanCacheInfo();
+}
+
+gmContour::gmContour(const gmContour& other) = default;
+
+// Written out, so that the virtual bases are left alone: nothing of theirs is part of a contour's value.
+gmContour& gmContour::operator=(const gmContour& other) {
+    if (this == &other)
+        return *this;
+    caches_.invalidate();  // memory may run out on the way: no old answer may meet the new vertices
+    points_ = other.points_;
+    label_ = other.label_;
+    closed_ = other.closed_;
+    cachedVectorSize_ = other.cachedVectorSize_;
+    caches_ = other.caches_;
+    return *this;
+}
+
+gmContour::~gmContour() = default;
+
+bool gmContour::operator==(const gmContour& other) const {
+    return isClosed() == other.isClosed() && points_ == other.points_ && cachedVectorSize_ == other.cachedVectorSize_;
+}
+
+void gmContour::points(const std::vector<gmVector<2>>& points) {
+    setPoints(points);
+    makeDataConsistentWithPoints();
+}
+
+void gmContour::setPoints(const std::vector<gmVector<2>>& points) {
+    cleanCacheInfo();
+    points_ = points;
+}
+
+void gmContour::isClosed(bool closed) {
+    closed_ = closed;
+    cleanCacheInfo();
+}
+
+void gmContour::label(unsigned long label) {
+    const std::uint32_t checked = checkedLabel(label);
+    reportChange();
+    label_ = checked;
+}
+
+void gmContour::cachedVectorSize(long size) {
+    if (size < 0)
+        throw gmContourDefs::BadParams();
+    if (size > std::numeric_limits<std::int32_t>::max())
+        throw gmContourDefs::BadParams("cachedVectorSize does not fit in 32 bits");
+    reportChange();
+    cachedVectorSize_ = static_cast<std::int32_t>(size);
+}
+
+double gmContour::length() const {
+    return caches_.length.get([&](double& length) { length = computeLength(points_, isClosed()); });
+}
+
+gmVector<2> gmContour::meanPosition() const {
+    checkEmptyContour();
+    return caches_.meanPosition.get([&](gmVector<2>& mean) { mean = computeMeanPosition(points_, isClosed()); });
+}
+
+gmPolygon gmContour::polygon() const {
+    std::vector<gmVector<2>> vertices = points_;
+    if (isClosed() && !points_.empty())
+        vertices.push_back(points_.front());
+    return gmPolygon(vertices, gmPolygon::eEvenOdd);
+}
+
+void gmContour::map(const gmXform<2>& xform, gmContour& out) const {
+    std::vector<gmVector<2>> mapped;
+    mapped.reserve(points_.size());
+    for (const gmVector<2>& point : points_)
+        mapped.push_back(xform * point);
+    const gmContour result(mapped, isClosed(), label());
+    out.cleanCacheInfo();  // also what a class derived from gmContour keeps
+    out = result;
+}
+
+const detail::Edges& gmContour::edges() const {
+    return caches_.edges.get([&](detail::Edges& edges) { computeEdges(points_, isClosed(), edges); });
+}
+
+const std::vector<gmLineSeg>& gmContour::lineSegs() const {
+    return edges().lineSegs;
+}
+
+const std::vector<bool>& gmContour::validLine() const {
+    return edges().valid;
+}
+
+void gmContour::computeLineSegs() const {
+    edges();
+}
+
+void gmContour::checkEmptyContour() const {
+    if (points_.size() < 2)
+        throw gmContourDefs::EmptyContour();
+}
+
+void gmContour::checkHasVertex() const {
+    if (points_.empty())
+        throw gmContourDefs::EmptyContour();
+}
+
+void gmContour::cleanCacheInfo() {
+    reportChange();
+    caches_.invalidate();
+}
+
+void gmContour::makeDataConsistentWithPoints() {}
+
+void gmContour::makePointsConsistentWithData() {}

@@ -1,0 +1,237 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "cntr/defs.h"
+#include "cntr/detail/contourcaches.h"
+#include "cntr/export.h"
+#include "foundation/display/uitablet.h"
+#include "foundation/math/angle.h"
+#include "foundation/math/vector.h"
+#include "foundation/math/xform.h"
+#include "foundation/object/instantiator.h"
+#include "foundation/object/persistent.h"
+#include "foundation/object/repbase.h"
+#include "foundation/shapes/circle.h"
+#include "foundation/shapes/ellipse.h"
+#include "foundation/shapes/lineseg.h"
+#include "foundation/shapes/polygon.h"
+#include "foundation/shapes/rect.h"
+
+/// An ordered list of vertices in the plane, open (a polyline) or closed (the last vertex joins the first), with a
+/// label.
+///
+/// **Edges.** A closed contour of n vertices has n edges: edge 0 is the closing edge, from vertex n-1 to vertex 0, and
+/// edge k joins vertex k-1 to vertex k. An open one has n-1 edges: edge k joins vertex k to vertex k+1. Every query
+/// visits the edges, and every edge number counts them, in this order. An edge whose ends agree to 1e-15 in both
+/// coordinates is degenerate: it keeps its number, and takes no part in intersections.
+///
+/// **Degenerate contours** are contours: without vertices, with one, with repeated ones, crossing themselves. What a
+/// query makes of them is said at the query; without any vertex most throw gmContourDefs::EmptyContour.
+///
+/// **Units.** Lengths and positions are in coordinate units, whatever the application's are (pixels, millimetres);
+/// angles in radians. Tolerances are absolute and suit both (see docs/architecture.md).
+///
+/// **Ties.** Of equal candidates the first in vertex or edge order wins.
+///
+/// **Caches.** Each query computes its answer once and keeps it until the vertices or the closedness change. Queries
+/// are const and yet fill these caches: one contour belongs to one thread at a time. Different contours are
+/// independent.
+///
+/// **Numbers.** Vertices are stored as given. NaN and infinite coordinates give NaN, infinite or no answers, never a
+/// crash, and never disturb later answers.
+///
+///     const gmContour contour({{0, 0}, {4, 0}, {4, 3}}, true);
+///     double around = contour.length();                                            // 12
+///     gmVector<2> near = contour.closestPoint({2, -1}, false);                      // (2, 0)
+///     gmRect box = contour.encloseRect(gmXform<2>::I);                              // 4 x 3 at (0, 0)
+///     double widest = contour.diameter(gmContourDefs::eMaxVertexPair);              // 5
+class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepBase {
+  public:
+    // ----- Model: contour.cpp
+
+    /// An empty, closed contour with label 0.
+    gmContour();
+    /// A contour of these vertices, unchecked.
+    /// Throws: gmContourDefs::BadParams "label does not fit in 32 bits".
+    gmContour(const std::vector<gmVector<2>>& points, bool closed, unsigned long label = 0);
+    /// The vertices of the polygon; closed when the first and the last agree to 1e-15. An empty polygon gives an empty,
+    /// closed contour.
+    /// Deliberate: a repeated closing vertex is kept, and the closing edge then is degenerate.
+    /// Throws: gmContourDefs::BadParams "label does not fit in 32 bits".
+    explicit gmContour(const gmPolygon& polygon, unsigned long label = 0);
+    /// Copies everything, filled caches included.
+    gmContour(const gmContour& other);
+    gmContour& operator=(const gmContour& other);
+    ~gmContour() override;
+
+    /// True when closedness, vertices (exactly) and cachedVectorSize are equal.
+    /// Deliberate: the label is not compared, and cachedVectorSize is.
+    bool operator==(const gmContour& other) const;
+    bool operator!=(const gmContour& other) const { return !(*this == other); }
+
+    const std::vector<gmVector<2>>& points() const { return points_; }
+    /// Replaces the vertices and drops every cache.
+    virtual void points(const std::vector<gmVector<2>>& points);
+
+    virtual bool isClosed() const { return closed_; }
+    /// Closes or opens the contour and drops every cache.
+    virtual void isClosed(bool closed);
+
+    unsigned long label() const { return label_; }
+    /// Throws: gmContourDefs::BadParams "label does not fit in 32 bits".
+    void label(unsigned long label);
+
+    /// How many results of encloseRect, and as many of extremalVertexIndex, are kept (and one more of each). 3 unless
+    /// set. Lowering it drops nothing that is kept already.
+    long cachedVectorSize() const { return cachedVectorSize_; }
+    /// Throws: gmContourDefs::BadParams for a negative number (without a message) and for one that does not fit in 32
+    /// bits; nothing is changed then.
+    void cachedVectorSize(long size);
+
+    /// The sum of the edge lengths, in coordinate units; 0 without an edge.
+    /// Cost: O(n), later O(1).
+    double length() const;
+
+    /// The mean of the edges' midpoints, weighted by the edges' lengths.
+    /// Deliberate: NaN for a contour whose vertices are all at one place.
+    /// Throws: gmContourDefs::EmptyContour for fewer than 2 vertices. Cost: O(n), later O(1).
+    gmVector<2> meanPosition() const;
+
+    /// The vertices as a polygon, even-odd filled; a closed contour's with the first vertex once more at the end.
+    gmPolygon polygon() const;
+
+    /// Makes `out` a contour of the mapped vertices, with this one's closedness and label. `out` may be this contour.
+    /// Deliberate: its cachedVectorSize becomes 3, whatever either had. Cost: O(n).
+    void map(const gmXform<2>& xform, gmContour& out) const;
+
+    /// The edges as segments, one an edge. Those of degenerate edges are default segments.
+    /// Cost: O(n), later O(1).
+    const std::vector<gmLineSeg>& lineSegs() const;
+    /// Which edges are not degenerate.
+    const std::vector<bool>& validLine() const;
+    /// Fills what lineSegs(), validLine() and the intersection queries read, unless it is there.
+    void computeLineSegs() const;
+
+    /// Throws: gmContourDefs::EmptyContour for fewer than 2 vertices.
+    void checkEmptyContour() const;
+
+    /// Says that the contour changes, to the observer of gmPersistent if the object reports its changes, and drops
+    /// every cache. Called by everything that changes vertices or closedness, before or after it does.
+    virtual void cleanCacheInfo();
+    /// For contours that carry data with their vertices: called after the vertices were set, and by whoever set the
+    /// data. They do nothing here.
+    virtual void makeDataConsistentWithPoints();
+    virtual void makePointsConsistentWithData();
+
+    // ----- Proximity: contour_proximity.cpp. All throw gmContourDefs::EmptyContour without a vertex.
+
+    /// The point of the contour nearest to `point`; with `vertexOnly`, the nearest vertex.
+    /// Ties: the first edge, so on a closed contour the closing edge; the first vertex. A zero-length edge is its
+    /// start. Deliberate: (0, 0) when there is no edge (an open contour of one vertex) or no distance is a number.
+    /// Cost: O(n), not kept.
+    gmVector<2> closestPoint(const gmVector<2>& point, bool vertexOnly) const;
+
+    /// The index of the vertex nearest to `point`; 0 when no distance is a number.
+    /// Ties: the lowest index. Cost: O(n), not kept.
+    long closestVertexIndex(const gmVector<2>& point) const;
+
+    /// The distance from `point` to closestPoint(point, vertexOnly).
+    double distToPoint(const gmVector<2>& point, bool vertexOnly) const;
+
+    /// The indices of all vertices closer to `point` than `tolerance` (coordinate units).
+    /// Order: by square cell of that size (x, then y), by index within a cell. Only nearby cells are looked at.
+    /// Tolerance: strict; none is closer than 0 or NaN. With +infinity every finite vertex is near, in index order.
+    /// Cost: O(n log n) for each new tolerance, which is remembered; later O(log n) and what is found.
+    std::vector<int> vertexIndex(const gmVector<2>& point, double tolerance) const;
+
+    // ----- Intersections: contour_intersections.cpp
+
+    /// Where the segment crosses the contour, from the segment's start to its end.
+    /// Edges parallel to the segment yield nothing, also where they lie on it. A crossing at a vertex is listed for
+    /// each of its two edges. Without `includeEndpointEdges`, edges within 1e-6 of an end of the segment are left out.
+    /// Tolerance: a crossing lies within 1e-6 of both (strictly).
+    /// Ties: crossings at the same place along the segment stand as an exchange sort leaves them.
+    /// Throws: gmContourDefs::EmptyContour without a vertex. Cost: O(n) and O(m log m) for m crossings, O(m * m) with
+    /// ties.
+    std::vector<gmVector<2>> intersections(const gmLineSeg& seg, bool includeEndpointEdges) const;
+
+    /// Where the edges of `other`, each in its direction and all in their order, cross this contour. Duplicates are
+    /// kept. Throws: gmContourDefs::EmptyContour when this contour has no vertex. Cost: that of one segment for each
+    /// edge.
+    std::vector<gmVector<2>> intersections(const gmContour& other) const;
+
+    /// Whether an edge meets another that does not touch its ends. A vertex on another edge counts; edges that lie on
+    /// each other do not, nor does what happens within 1e-6 of an edge's ends (seen from that edge). Deliberate: false,
+    /// not an error, without a vertex. Cost: O(n * n), later O(1).
+    bool isSelfIntersecting() const;
+
+    // ----- Extent: contour_extent.cpp. Except for the circles, all throw gmContourDefs::EmptyContour without a vertex.
+
+    /// The axis-aligned bounding box of the mapped vertices, in the frame that the transform maps to.
+    /// Vertices with a NaN take no part.
+    /// Cost: O(n); O(1) for transforms that are remembered, see cachedVectorSize. One that holds a NaN is not.
+    /// Deliberate: of the transform's stored values the last takes no part in telling remembered transforms apart.
+    gmRect encloseRect(const gmXform<2>& xform) const;
+
+    /// The circle that the mode describes, see gmContourDefs::DiameterMode.
+    /// Ties: the first pair. Deliberate: the default circle when no two vertices are apart (eMaxVertexPair).
+    /// Throws: gmContourDefs::BadParams "diameterMode is not one of the valid enums"; gmContourDefs::EmptyContour
+    /// without a vertex (eFromFirstVertex). Cost: O(n * n) or O(n) by mode, later O(1).
+    gmCircle encloseCircle(gmContourDefs::DiameterMode mode) const;
+
+    /// Twice the radius of encloseCircle(mode).
+    double diameter(gmContourDefs::DiameterMode mode) const;
+
+    /// The index of the vertex farthest in the direction `angle`; -1 when no vertex is anywhere (NaN coordinates).
+    /// Along an axis the coordinate itself decides.
+    /// Ties: the lowest index. Cost: O(n); O(1) for angles that are remembered, see cachedVectorSize. NaN is not.
+    long extremalVertexIndex(const gmRadian& angle) const;
+
+    /// That vertex. Throws: gmContourDefs::BadParams "no extremal vertex" when there is none.
+    gmVector<2> extremalVertexPosition(const gmRadian& angle) const;
+
+    /// The least-squares ellipse of the vertices and its residual, see gf_FitEllipse.
+    /// Cost: O(n), later O(1).
+    void fitEllipse(gmEllipse& ellipse, double& residual) const;
+
+    // ----- Drawing: draw.cpp
+
+    /// Draws every edge, in edge order, as a segment from its first vertex to its second.
+    /// Deliberate: the mode makes no difference.
+    virtual void draw(gmUITablet& tablet, gmContourDefs::DrawMode mode, const gmColor& color,
+                      const gmUITablet::Layers& layers) const;
+
+    // ----- Archives: persist.cpp
+
+    /// A new, empty contour, for the registry.
+    static gmPersistent* make();
+    static gm_Instantiator sExemplar;
+
+  protected:
+    /// Replaces the vertices and drops every cache, without a word to the data that goes with them.
+    void setPoints(const std::vector<gmVector<2>>& points);
+
+    /// The median of the edge lengths (of an even number, the upper of the two in the middle); 0 without an edge.
+    /// Throws: gmContourDefs::EmptyContour without a vertex. Cost: O(n), later O(1).
+    double medianFeatureSize() const;
+
+    /// The crossings of intersections(seg, includeEndpointEdges), and in `edgeIndex` the number of the edge of each.
+    std::vector<gmVector<2>> intersections(const gmLineSeg& seg, std::vector<int>& edgeIndex,
+                                           bool includeEndpointEdges) const;
+
+    void dispatchSerialize(gmArchive& archive) override;
+    /// The content of the version: 1 is written, 0 read as well.
+    virtual void serialize_(gmArchive& archive, unsigned char version);
+
+  private:
+    const detail::Edges& edges() const;
+    void checkHasVertex() const;
+
+    std::uint32_t label_ = 0;
+    bool closed_ = true;
+    std::vector<gmVector<2>> points_;
+    std::int32_t cachedVectorSize_ = 3;
+    mutable detail::ContourCaches caches_;
+};

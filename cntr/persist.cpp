@@ -1,0 +1,119 @@
+// Every archive layout of the library and the registration of every class that archives hold.
+#include "cntr/contour.h"
+#include "cntr/defs.h"
+
+namespace {
+
+/// What contours derived from before they carried a label. Old archives begin with its block; nothing else is left of
+/// it, and nothing refers to it, so that it needs no mark.
+class gmContourBase : public gmPersistent {
+  public:
+    void dispatchSerialize(gmArchive& archive) override {
+        unsigned char version = 0;
+        archive || version;
+        if (version != 0)
+            throw gmArchive::UnknownVersion("cntr/contour", 894);
+        gmPersistent::dispatchSerialize(archive);
+    }
+};
+
+/// A vector block: a version byte 0, the number of elements and the elements.
+template <class T>
+void archiveBlock(gmArchive& archive, std::vector<T>& elements, std::size_t bytesEach) {
+    unsigned char version = 0;
+    archive || version;
+    if (version != 0)
+        throw gmArchive::UnknownVersion(nullptr, 0);
+    archiveVector(archive, elements, bytesEach);
+}
+
+constexpr std::size_t vertexBytes = 2 * sizeof(double);
+
+}  // namespace
+
+// The order is that of all registrations of the library, and stays.
+template <>
+gm_Instantiator gmContourDefs::NumberedError<gmContourDefs::BadParams, 0x10004683>::sExemplar(
+    typeid(gmContourDefs::BadParams), gmContourDefs::BadParams::make);
+template <>
+gm_Instantiator gmContourDefs::NumberedError<gmContourDefs::EmptyContour, 0x10004680>::sExemplar(
+    typeid(gmContourDefs::EmptyContour), gmContourDefs::EmptyContour::make);
+template <>
+gm_Instantiator gmContourDefs::NumberedError<gmContourDefs::EmptyRegionSet, 0x10004682>::sExemplar(
+    typeid(gmContourDefs::EmptyRegionSet), gmContourDefs::EmptyRegionSet::make);
+template <>
+gm_Instantiator gmContourDefs::NumberedError<gmContourDefs::RegionCannotBeSetOpen, 0x10004684>::sExemplar(
+    typeid(gmContourDefs::RegionCannotBeSetOpen), gmContourDefs::RegionCannotBeSetOpen::make);
+gm_Instantiator gmContour::sExemplar(typeid(gmContour), gmContour::make);
+
+// ----- Errors
+
+void gmContourDefs::Errors::dispatchSerialize(gmArchive& archive) {
+    archiveOnce(archive, this, sizeof *this, 0, [&](unsigned char version) { Errors::serialize_(archive, version); });
+}
+
+void gmContourDefs::Errors::serialize_(gmArchive& archive, unsigned char version) {
+    if (version != 0)
+        throw gmArchive::UnknownVersion("gmContourDefs::Errors", 0);
+    gmException::dispatchSerialize(archive);
+}
+
+template <class Error, long Number>
+void gmContourDefs::NumberedError<Error, Number>::dispatchSerialize(gmArchive& archive) {
+    archiveOnce(archive, this, sizeof *this, 0, [&](unsigned char version) { serialize_(archive, version); });
+}
+
+template <class Error, long Number>
+void gmContourDefs::NumberedError<Error, Number>::serialize_(gmArchive& archive, unsigned char version) {
+    if (version != 0)
+        throw gmArchive::UnknownVersion(gm_Instantiator::className(typeid(Error)).c_str(), 0);
+    Errors::dispatchSerialize(archive);
+}
+
+template class gmContourDefs::NumberedError<gmContourDefs::BadParams, 0x10004683>;
+template class gmContourDefs::NumberedError<gmContourDefs::EmptyContour, 0x10004680>;
+template class gmContourDefs::NumberedError<gmContourDefs::EmptyRegionSet, 0x10004682>;
+template class gmContourDefs::NumberedError<gmContourDefs::RegionCannotBeSetOpen, 0x10004684>;
+
+// ----- Contour
+
+gmPersistent* gmContour::make() {
+    return new gmContour;
+}
+
+void gmContour::dispatchSerialize(gmArchive& archive) {
+    archiveOnce(archive, this, sizeof *this, 1,
+                [&](unsigned char version) { gmContour::serialize_(archive, version); });
+}
+
+void gmContour::serialize_(gmArchive& archive, unsigned char version) {
+    if (version > 1)
+        throw gmArchive::UnknownVersion("cntr/contour", 904);
+    // Dropped before and after: a load that is refused half-way leaves new members, which no old answer fits.
+    if (!archive.isStoring())
+        cleanCacheInfo();
+    unsigned long label = label_;
+    long cachedVectorSize = cachedVectorSize_;
+    if (version == 1) {
+        gmPersistent::dispatchSerialize(archive);
+        archive || label;
+        label_ = static_cast<std::uint32_t>(label);
+        archive || closed_;
+        archiveBlock(archive, points_, vertexBytes);
+    } else {
+        gmContourBase().dispatchSerialize(archive);
+        archiveBlock(archive, points_, vertexBytes);
+        unsigned char unused = 0;
+        archive || unused;
+    }
+    archive || cachedVectorSize;
+    if (cachedVectorSize < 0)
+        throw gmArchive::Malformed("a negative cachedVectorSize");
+    cachedVectorSize_ = static_cast<std::int32_t>(cachedVectorSize);
+    if (version == 0) {
+        archive || closed_;
+        label_ = 0;
+    }
+    if (!archive.isStoring())
+        cleanCacheInfo();
+}
