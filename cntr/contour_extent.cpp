@@ -13,7 +13,7 @@ gmRect boundingBox(const std::vector<gmVector<2>>& points, const gmXform<2>& xfo
     const bool mapped = !gfRealEq(xform, gmXform<2>::I, detail::sameValue);
     gmRect box;
     for (const gmVector<2>& point : points)
-        box = box.enclose(gmRect(mapped ? xform * point : point, {}));
+        box.extend(mapped ? xform * point : point);
     return box;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "foundation/math/vector.h"
@@ -27,10 +29,16 @@ class MOKSTD_API gmRect : public gmShape {
 
     /// The smallest rectangle that contains both.
     gmRect enclose(const gmRect& other) const {
-        const auto min = [](double a, double b) { return b < a ? b : a; };
-        const auto max = [](double a, double b) { return a < b ? b : a; };
-        return gmRect(FromCorners{}, {min(lower_.x(), other.lower_.x()), min(lower_.y(), other.lower_.y())},
-                      {max(upper_.x(), other.upper_.x()), max(upper_.y(), other.upper_.y())});
+        return gmRect(FromCorners{}, {std::min(lower_.x(), other.lower_.x()), std::min(lower_.y(), other.lower_.y())},
+                      {std::max(upper_.x(), other.upper_.x()), std::max(upper_.y(), other.upper_.y())});
+    }
+
+    /// Makes this the smallest rectangle that contains it and v: what enclose answers for the zero-size rectangle at v.
+    void extend(const gmVector<2>& v) {
+        if (std::isnan(v.x()) || std::isnan(v.y()))
+            return;
+        lower_ = gmVector<2>(std::min(lower_.x(), v.x()), std::min(lower_.y(), v.y()));
+        upper_ = gmVector<2>(std::max(upper_.x(), v.x()), std::max(upper_.y(), v.y()));
     }
 
     /// True when v lies in the rectangle or on its border.

@@ -1,0 +1,48 @@
+# How this project's targets are built. Nothing here reaches a user of the installed libraries.
+
+include(GNUInstallDirs)
+
+# What developers want to hear about; never exported.
+add_library(mok_warnings INTERFACE)
+target_compile_options(mok_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+                                              $<$<BOOL:${MOK_WERROR}>:-Werror>)
+
+# The same bits from both compilers at every optimisation level: a product and a sum stay two roundings, whatever the
+# processor could do in one. Headers hold arithmetic too, so that programs which compare with the libraries need it as well.
+add_library(mok_arithmetic INTERFACE)
+target_compile_options(mok_arithmetic INTERFACE -ffp-contract=off)
+
+# mok_add_library(<target> <alias> PUBLIC_LIBRARIES ... SOURCES ... HEADERS ...): a shared library of the house.
+# Headers keep their path from the root of the tree, where they stand and once installed.
+function(mok_add_library target alias)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;HEADERS;PUBLIC_LIBRARIES")
+  add_library(${target} SHARED)
+  add_library(mok14::${alias} ALIAS ${target})
+  list(TRANSFORM arg_HEADERS PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+  target_sources(${target} PRIVATE ${arg_SOURCES}
+                 PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_HEADERS})
+  target_compile_features(${target} PUBLIC cxx_std_17)
+  target_link_libraries(${target} PUBLIC ${arg_PUBLIC_LIBRARIES}
+                        PRIVATE $<BUILD_INTERFACE:mok_warnings> $<BUILD_INTERFACE:mok_arithmetic>)
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+                                              $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/mok14>)
+  set_target_properties(${target} PROPERTIES
+    EXPORT_NAME ${alias}
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    INSTALL_RPATH "$ORIGIN"
+    VERIFY_INTERFACE_HEADER_SETS ${PROJECT_IS_TOP_LEVEL})
+  install(TARGETS ${target} EXPORT mokcntr14-targets
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+          FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/mok14)
+endfunction()
+
+# mok_add_program(<target> <source>...): a program of ours that uses the libraries as a stranger would.
+function(mok_add_program target)
+  add_executable(${target} ${ARGN})
+  target_link_libraries(${target} PRIVATE mok14::cntr mok_warnings mok_arithmetic)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+endfunction()
