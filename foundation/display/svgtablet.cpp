@@ -28,6 +28,22 @@ std::string hex(const gmColor& color) {
     return text;
 }
 
+/// The text as the content of an element. What XML cannot hold at all becomes a blank.
+std::string escaped(const std::string& text) {
+    std::string result;
+    for (const char c : text) {
+        if (c == '&')
+            result += "&amp;";
+        else if (c == '<')
+            result += "&lt;";
+        else if (c == '>')
+            result += "&gt;";
+        else
+            result += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
+    }
+    return result;
+}
+
 struct Extent {
     double low = std::numeric_limits<double>::infinity();
     double high = -std::numeric_limits<double>::infinity();
@@ -52,6 +68,8 @@ void gmSvgTablet::drawLineSeg(const gmPair<double>& from, const gmPair<double>& 
 }
 
 void gmSvgTablet::strokeWidth(Layers layers, double thousandths) {
+    if (!std::isfinite(thousandths) || thousandths < 0.0)
+        throw gmMathError::OutOfRange("no such line width");
     strokeWidth_[layers == eOverlayLayer] = thousandths;
 }
 
@@ -66,12 +84,22 @@ void gmSvgTablet::write(std::ostream& out) const {
                 y.add(sign * end.y());
             }
     std::string text = "<svg xmlns=\"http://www.w3.org/2000/svg\"";
+    const std::string title = title_.empty() ? "" : "<title>" + escaped(title_) + "</title>\n";
     if (x.size() >= 0.0) {
-        const double larger = std::max({x.size(), y.size(), std::numeric_limits<double>::min()});
+        const double side = std::max(x.size(), y.size());
+        const double larger = side > 0.0 ? side : 1.0;  // a lone dot is seen in a picture of size 1
         const double margin = larger / 50.0;
-        text += " viewBox=\"" + number(x.low - margin) + ' ' + number(y.low - margin) + ' ' +
-                number(x.size() + 2.0 * margin) + ' ' + number(y.size() + 2.0 * margin) + '"';
-        text += " fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
+        if (!std::isfinite(larger + 2.0 * margin) || !std::isfinite(x.low - margin) || !std::isfinite(y.low - margin))
+            throw gmMathError::OutOfRange("the picture is larger than the largest number");
+        const std::string left = number(x.low - margin);
+        const std::string top = number(y.low - margin);
+        const std::string width = number(x.size() + 2.0 * margin);
+        const std::string height = number(y.size() + 2.0 * margin);
+        text += " viewBox=\"" + left + ' ' + top + ' ' + width + ' ' + height + '"';
+        text += " fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n" + title;
+        if (background_)
+            text += "<rect x=\"" + left + "\" y=\"" + top + "\" width=\"" + width + "\" height=\"" + height +
+                    "\" fill=\"" + hex(*background_) + "\"/>\n";
         for (int layer = 0; layer < 2; ++layer) {
             text += "<g id=\"" + std::string(layer == eOverlayLayer ? "overlay" : "image") + "\" stroke-width=\"" +
                     number(strokeWidth_[layer] * larger / 1000.0) + "\">\n";
@@ -88,7 +116,7 @@ void gmSvgTablet::write(std::ostream& out) const {
             text += previous ? "\"/>\n</g>\n" : "</g>\n";
         }
     } else {
-        text += ">\n";
+        text += ">\n" + title;
     }
     out << text << "</svg>\n";
 }

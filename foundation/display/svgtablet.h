@@ -1,6 +1,8 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "foundation/display/uitablet.h"
@@ -22,9 +24,17 @@ class MOKDISPC_API gmSvgTablet : public gmUITablet {
                      Layers layers) override;
 
     /// The width of the lines of a layer, in thousandths of the picture's larger side; 2 unless set.
+    /// Throws: gmMathError::OutOfRange for a width that is negative or not finite.
     void strokeWidth(Layers layers, double thousandths);
 
+    /// Fills the whole picture, its margin included, below everything that is drawn. Transparent unless set.
+    void background(const gmColor& color) { background_ = color; }
+
+    /// What viewers and screen readers call the picture, in UTF-8. Nothing unless set.
+    void title(const std::string& title) { title_ = title; }
+
     /// Writes the picture. An empty picture when nothing was drawn.
+    /// Throws: gmMathError::OutOfRange, before it writes, when what was drawn spans more than the largest double.
     void write(std::ostream& out) const;
 
   private:
@@ -36,5 +46,7 @@ class MOKDISPC_API gmSvgTablet : public gmUITablet {
 
     YAxis yAxis_;
     double strokeWidth_[2] = {2.0, 2.0};
+    std::optional<gmColor> background_;
+    std::string title_;
     std::vector<Segment> segments_[2];
 };

@@ -87,7 +87,7 @@ gmCircleFitResults fit(const std::vector<gmVector<2>>& points, double precision)
         best = next;
     }
     const double extent = normalized.extent;
-    return {gmCircle(best.center * extent + normalized.mean, best.radius * extent), best.residual * extent};
+    return {gmCircle(normalized.original(best.center), best.radius * extent), best.residual * extent};
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "foundation/fit/detail/pointfit.h"
+#include "foundation/math/matrix.h"
 
 namespace {
 
@@ -12,6 +13,12 @@ constexpr double pi = 3.141592653589793;
 
 // Below this the equations leave more than one conic open, relative to their size.
 constexpr double undetermined = 1e-13;
+
+// A set of points thinner than this, relative to its length, is a line.
+constexpr double straight = 1e-7;
+
+// A length that cannot matter beside one of size 1, and whose products with others are still exact enough.
+constexpr double negligible = 1e-150;
 
 // Radii that agree to this are those of a circle: what is left is rounding, and its direction means nothing.
 constexpr double circular = 1e-12;
@@ -49,7 +56,7 @@ double largestRoot(double trace, double minors, double determinant) {
     return root;
 }
 
-/// The vector that the symmetric matrix, of rank 2, maps to zero.
+/// The vector that the symmetric matrix, of rank 2, maps to zero. Throws: gmMathError::Singular for a lower rank.
 Triple nullVector(const std::array<Triple, 3>& rows) {
     double size = 0.0;
     for (const Triple& row : rows)
@@ -81,8 +88,6 @@ Conic fitConic(const std::vector<gmVector<2>>& points) {
         }
     }
     const double determinant = squares[0] * squares[2] - squares[1] * squares[1];
-    if (!(determinant > 1e-14 * (squares[0] + squares[2]) * (squares[0] + squares[2])))
-        throw gmMathError::Singular("points on a line determine no ellipse");
     Triple perX;  // coefficients that give the linear terms from the quadratic ones
     Triple perY;
     Triple perOne;
@@ -94,6 +99,9 @@ Conic fitConic(const std::vector<gmVector<2>>& points) {
     for (std::size_t i = 0; i < 3; ++i)
         for (std::size_t j = 0; j < 3; ++j)
             reduced[i][j] += alongX[i] * perX[j] + alongY[i] * perY[j] + squares[i] * perOne[j];
+
+    // Of rank 2 at least, or else more than one conic runs through all the points.
+    static_cast<void>(nullVector(reduced));
 
     // reduced * q = root * constraint * q, where q' constraint q = 4ac - b^2: the ellipse belongs to the largest
     // root, the only one that is not negative.
@@ -112,9 +120,52 @@ Conic fitConic(const std::vector<gmVector<2>>& points) {
     return {q, {dot(perX, q), dot(perY, q), dot(perOne, q)}};
 }
 
+/// Points turned to their principal axes and divided by their spread along each. Which ellipse fits best does not
+/// depend on it, but flat ellipses would drown in the rounding of the sums above.
+struct Whitened {
+    explicit Whitened(const std::vector<gmVector<2>>& original) {
+        double xx = 0.0;
+        double xy = 0.0;
+        double yy = 0.0;
+        for (const gmVector<2>& point : original) {
+            xx += point.x() * point.x();
+            xy += point.x() * point.y();
+            yy += point.y() * point.y();
+        }
+        rotation = 0.5 * std::atan2(2.0 * xy, xx - yy);
+        const gmVector<2> axis(std::cos(rotation), std::sin(rotation));
+        points.reserve(original.size());
+        for (const gmVector<2>& point : original) {
+            points.emplace_back(axis.dot(point), axis.cross(point));
+            spreadX += points.back().x() * points.back().x();
+            spreadY += points.back().y() * points.back().y();
+        }
+        spreadX = std::sqrt(spreadX / static_cast<double>(points.size()));
+        spreadY = std::sqrt(spreadY / static_cast<double>(points.size()));
+        if (!(spreadY > straight * spreadX))
+            throw gmMathError::Singular("points on a line determine no ellipse");
+        for (gmVector<2>& point : points)
+            point = gmVector<2>(point.x() / spreadX, point.y() / spreadY);
+    }
+
+    /// The conic in the frame of the principal axes, at its own size.
+    Conic unscaled(const Conic& conic) const {
+        const auto& [a, b, c] = conic.quadratic;
+        const auto& [d, e, f] = conic.linear;
+        return {{a / (spreadX * spreadX), b / (spreadX * spreadY), c / (spreadY * spreadY)},
+                {d / spreadX, e / spreadY, f}};
+    }
+
+    double rotation = 0.0;
+    double spreadX = 0.0;
+    double spreadY = 0.0;
+    std::vector<gmVector<2>> points;
+};
+
 gmEllipseFitResults fit(const std::vector<gmVector<2>>& points, const gmRadian& circleRotation) {
     const detail::Normalized normalized(points, 5);
-    Conic conic = fitConic(normalized.points);
+    const Whitened whitened(normalized.points);
+    Conic conic = whitened.unscaled(fitConic(whitened.points));
     if (conic.quadratic[0] < 0.0) {
         for (double& value : conic.quadratic)
             value = -value;
@@ -135,10 +186,11 @@ gmEllipseFitResults fit(const std::vector<gmVector<2>>& points, const gmRadian& 
         throw gmMathError::Singular("points determine no ellipse");
 
     gmEllipse::gmEllipseGeom geom;
-    geom.center = center * normalized.extent + normalized.mean;
+    const gmRadian turn(whitened.rotation);
+    geom.center = normalized.original(gmMatrix<2>(turn, turn, 1.0, 1.0) * center);
     geom.xRadius = xRadius * normalized.extent;
     geom.yRadius = yRadius * normalized.extent;
-    const double rotation = 0.5 * std::atan2(-b, c - a);
+    const double rotation = std::remainder(turn.value() + 0.5 * std::atan2(-b, c - a), pi);
     geom.rotation = gmRadian(rotation > -0.5 * pi ? rotation : 0.5 * pi);
     if (xRadius - yRadius <= circular * xRadius)
         geom.rotation = circleRotation;
@@ -160,26 +212,36 @@ double gfDistToEllipse(const gmEllipse& ellipse, const gmVector<2>& point) {
         std::swap(a, b);
         std::swap(x, y);
     }
-    if (y == 0.0 || b == 0.0) {
+    // In units of the largest length, so that no product leaves the range of a double.
+    const double size = std::max({a, x, y});
+    if (!std::isfinite(x + y + a + b) || size == 0.0)
+        return x + y + a + b;
+    x /= size;
+    y /= size;
+    a /= size;
+    b /= size;
+    const double focal = (a - b) * (a + b);
+    if (y < negligible || b < negligible) {
         // On the longer axis (or where there is no other) the foot has a closed form.
-        const double focal = a * a - b * b;
         if (!(a * x < focal))
-            return gmVector<2>(x - a, y).len();
+            return gmVector<2>(x - a, y).len() * size;
         const double cosine = a * x / focal;
-        return gmVector<2>(x - a * cosine, y - b * std::sqrt(1.0 - cosine * cosine)).len();
+        return gmVector<2>(x - a * cosine, y - b * std::sqrt(1.0 - cosine * cosine)).len() * size;
     }
-    // The foot is (a^2 x / (t + a^2), b^2 y / (t + b^2)) for the t that puts it on the ellipse. The inverse of its
-    // norm is concave in t, so that Newton's steps on it climb to the root from below, and quickly (Hebden 1973).
-    double t = std::max(b * (y - b), a * (x - a));
+    // The foot is (a^2 x / (t + a^2 - b^2), b^2 y / t) for the t that puts it on the ellipse. The inverse of its norm
+    // in units of the radii is concave in t, so that Newton's steps on it climb to the root from below, and quickly
+    // (Hebden 1973). Counted from b^2 on, t keeps its digits near the longer axis, where it is small.
+    double t = std::max(b * y, a * x - focal);
+    const auto foot = [&] { return gmVector<2>(a * x / (t + focal), b * y / t); };
     for (int i = 0; i < 100; ++i) {
-        const gmVector<2> unit(a * x / (t + a * a), b * y / (t + b * b));
-        const double slope = unit.x() * unit.x() / (t + a * a) + unit.y() * unit.y() / (t + b * b);
+        const gmVector<2> unit = foot();
+        const double slope = unit.x() * unit.x() / (t + focal) + unit.y() * unit.y() / t;
         const double next = t + (unit.len() - 1.0) * unit.dot(unit) / slope;
         if (!(next > t))
             break;
         t = next;
     }
-    return gmVector<2>(x - a * (a * x / (t + a * a)), y - b * (b * y / (t + b * b))).len();
+    return gmVector<2>(x - a * foot().x(), y - b * foot().y()).len() * size;
 }
 
 void gfEllipseFit(const gmEllipseFitParams& params, const std::vector<gmVector<2>>& points,

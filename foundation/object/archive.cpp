@@ -69,7 +69,9 @@ struct gmArchive::State {
 
     void flush() {
         const auto size = static_cast<std::streamsize>(pending.size());
-        const bool written = out->rdbuf() && out->rdbuf()->sputn(pending.data(), size) == size;
+        // Through to the device, so that a full disk is an error here and not silence when the stream is closed.
+        const bool written =
+            !out->fail() && out->rdbuf()->sputn(pending.data(), size) == size && out->rdbuf()->pubsync() == 0;
         pending.clear();
         if (!written)
             throw Errors("archive could not be written");
@@ -124,6 +126,28 @@ class gmArchive::Pass {
     std::uint32_t first_;
 };
 
+/// The content of an object that a pointer leads to, while it passes through the archive. The loader makes a new
+/// object for it, so that what was met before, as a part of another object, has to be stored all the same.
+class gmArchive::Content {
+  public:
+    explicit Content(State& state) : state_(state), outer_(state.marks) {
+        state_.marks = currentMarks = &marks_;
+        ++state_.depth;
+    }
+    Content(const Content&) = delete;
+    Content& operator=(const Content&) = delete;
+    ~Content() {
+        --state_.depth;
+        outer_->merge(marks_);
+        state_.marks = currentMarks = outer_;
+    }
+
+  private:
+    State& state_;
+    Marks* outer_;
+    Marks marks_;
+};
+
 gmArchive::gmArchive(std::ostream& out) : state_(std::make_unique<State>()) {
     state_->out = &out;
     storeBytes(magic, sizeof magic);
@@ -173,9 +197,13 @@ void gmArchive::loadBytes(unsigned char* bytes, std::size_t count) {
 }
 
 std::size_t gmArchive::roomFor(unsigned long count, std::size_t bytesEach) const {
+    const std::size_t size = std::max<std::size_t>(bytesEach, 1);
+    // A stream may have grown since it was measured.
+    if (state_->rest && count > *state_->rest / size)
+        state_->rest = restOf(*state_->in);
     if (!state_->rest)
         return std::min<std::size_t>(count, blindRoom);
-    if (count > *state_->rest / bytesEach)
+    if (count > *state_->rest / size)
         throw Truncated();
     return count;
 }
@@ -325,14 +353,10 @@ void gmArchive::storePointer(gmPersistent* object) {
     entry.number = ++state.storedCount;
     entry.open = true;
     entry.keptAlive = gmPtrHandle_const<gmRepBase>(shared ? counted : nullptr);
-    ++state.depth;
-    try {
+    {
+        const Content content(state);
         object->dispatchSerialize(*this);
-    } catch (...) {
-        --state.depth;
-        throw;
     }
-    --state.depth;
     entry.open = false;
 }
 
@@ -363,9 +387,10 @@ gmPersistent* gmArchive::loadPointer() {
         static_cast<void>(state.loaded.back().uncounted.release());
         state.loaded.back().counted = gmPtrHandle<gmRepBase>(counted);
     }
-    ++state.depth;
-    object->dispatchSerialize(*this);  // what it throws ends this archive, and the depth with it
-    --state.depth;
+    {
+        const Content content(state);
+        object->dispatchSerialize(*this);
+    }
     object->reInit();
     state.loaded[number - 1].open = false;
     return object;

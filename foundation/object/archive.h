@@ -76,6 +76,7 @@ class MOKSTD_API gmArchive {
 
     struct State;
     class Pass;
+    class Content;
     std::unique_ptr<State> state_;
 
     void storeBytes(const unsigned char* bytes, std::size_t count);

@@ -2,6 +2,7 @@
 
 #include <cxxabi.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <memory>
@@ -15,9 +16,10 @@ struct Entry {
     gmPersistent* (*make)();
 };
 
-// Never destroyed: static objects of other libraries register and unregister whenever they come and go.
-std::map<std::string, Entry>& registry() {
-    static auto& entries = *new std::map<std::string, Entry>;
+// Never destroyed: static objects of other libraries register and unregister whenever they come and go. A class may
+// be registered by several of them: the oldest registration that is left makes the objects.
+std::multimap<std::string, Entry>& registry() {
+    static auto& entries = *new std::multimap<std::string, Entry>;
     return entries;
 }
 
@@ -34,14 +36,15 @@ gm_Instantiator::gm_Instantiator(const std::type_info& type, gmPersistent* (*fac
 }
 
 gm_Instantiator::~gm_Instantiator() {
-    const auto found = registry().find(name_);
-    if (found != registry().end() && found->second.owner == this)
-        registry().erase(found);
+    const auto [first, last] = registry().equal_range(name_);
+    const auto own = std::find_if(first, last, [this](const auto& entry) { return entry.second.owner == this; });
+    if (own != last)
+        registry().erase(own);
 }
 
 gmPersistent* gm_Instantiator::make(const std::string& className) {
-    const auto found = registry().find(className);
-    return found == registry().end() ? nullptr : found->second.make();
+    const auto [first, last] = registry().equal_range(className);
+    return first == last ? nullptr : first->second.make();
 }
 
 bool gm_Instantiator::isRegistered(const std::string& className) {

@@ -15,7 +15,8 @@ class MOKSTD_API gm_ThreadLocal {
     /// Sets this thread's value, without a clean-up. A value that was there is forgotten, not cleaned up.
     void OSValue(void* value);
     /// Sets this thread's value and the function that cleans it up when the thread ends (unless it is null by
-    /// then). What the function returns is ignored.
+    /// then). What the function returns is ignored. Values that clean-ups and
+    /// late destructors set while the thread ends are cleaned up in turn, within reason.
     void OSValue(void* value, long (*cleanUp)(void*));
 
   protected:

@@ -31,7 +31,8 @@ double gmLine::distToPoint(const gmVector<2>& v) const {
 }
 
 bool gmLine::isParallel(const gmLine& other) const {
-    return std::fabs(direction_.cross(other.direction_)) <= parallelSine * direction_.len() * other.direction_.len();
+    return !hasDirection() || !other.hasDirection() ||
+           std::fabs(direction_.cross(other.direction_)) <= parallelSine * direction_.len() * other.direction_.len();
 }
 
 gmPoint gmLine::intersect(const gmLine& other) const {

@@ -23,6 +23,8 @@ bool gmShape::loadSimple(gmArchive& archive) {
 
 void gmPoint::archiveContent(gmArchive& archive) {
     archive || exists_ || position_;
+    if (!exists_)
+        position_ = gmVector<2>();
 }
 
 void gmLine::archiveContent(gmArchive& archive) {

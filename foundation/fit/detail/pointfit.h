@@ -17,19 +17,30 @@ struct Normalized {
             throw gmMathError::Singular("too few points for a fit");
         const double weight = 1.0 / static_cast<double>(original.size());
         for (const gmVector<2>& point : original)
-            mean = mean + point * weight;
+            origin_ = origin_ + point * weight;
+        // Far from the coordinates' own origin the mean above is rounded; seen from there it is not.
         for (const gmVector<2>& point : original)
-            extent = std::fmax(extent, (point - mean).len());
-        if (!std::isfinite(mean.x()) || !std::isfinite(mean.y()) || !std::isfinite(extent) || !(extent > 0.0))
-            throw gmMathError::Singular("points have no finite extent");
+            mean_ = mean_ + (point - origin_) * weight;
         points.reserve(original.size());
-        for (const gmVector<2>& point : original)
-            points.push_back((point - mean) / extent);
+        for (const gmVector<2>& point : original) {
+            points.push_back(point - origin_ - mean_);
+            extent = std::fmax(extent, points.back().len());
+        }
+        if (!std::isfinite(origin_.x()) || !std::isfinite(origin_.y()) || !std::isfinite(extent) || !(extent > 0.0))
+            throw gmMathError::Singular("points have no finite extent");
+        for (gmVector<2>& point : points)
+            point = point / extent;
     }
 
-    gmVector<2> mean;
+    /// Where a normalized place lies among the original points.
+    gmVector<2> original(const gmVector<2>& place) const { return origin_ + (mean_ + place * extent); }
+
     double extent = 0.0;
     std::vector<gmVector<2>> points;
+
+  private:
+    gmVector<2> origin_;
+    gmVector<2> mean_;  // from the origin
 };
 
 /// The root mean square of distance(point) over the points.
