@@ -6,18 +6,19 @@
 #include "foundation/object/exception.h"
 #include "foundation/object/instantiator.h"
 
-/// Scope of the library's enumerations and error classes. It holds no data.
+/// Scope of the library's enumerations and error classes. It holds no data. The enumerations may hold any int, so that
+/// a value that is none of them can be refused.
 class MOKCNTR_API gmContourDefs {
   public:
     /// What a region or a region set does with a self-intersecting outline that it is given.
-    enum IntersectionMode {
+    enum IntersectionMode : int {
         eKeep = 0,        ///< keeps it as given
         eOuterHull = 1,   ///< replaces it by its outer hull
         eRegularize = 2,  ///< replaces it by its regularised form
     };
 
     /// Which circle encloses a contour.
-    enum DiameterMode {
+    enum DiameterMode : int {
         /// The circle on the farthest pair of vertices: its diameter is the largest distance between two vertices.
         /// It need not enclose every vertex. Quadratic in the number of vertices.
         eMaxVertexPair = 0,
@@ -27,7 +28,7 @@ class MOKCNTR_API gmContourDefs {
     };
 
     /// What a display may want to tell apart. Deliberate: a contour draws the same way whatever the mode.
-    enum DrawMode {
+    enum DrawMode : int {
         eOutline = 0,      ///< an ordinary outline
         eHighlighted = 1,  ///< an outline that stands out from the others
     };
