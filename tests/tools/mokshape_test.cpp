@@ -1,0 +1,248 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/tools/support.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+using Json = nlohmann::json;
+
+using Mokshape = support::InFolder;
+
+const std::string samples = MOK_SAMPLES_DIR;
+
+/// What a sample holds, counted without the reader under test.
+struct SampleCount {
+    std::size_t features = 0;
+    std::size_t holes = 0;
+    std::size_t vertices = 0;
+};
+
+SampleCount countSample(const std::string& name) {
+    SampleCount count;
+    const Json document = Json::parse(support::readWhole(samples + '/' + name));
+    for (const Json& feature : document["features"]) {
+        ++count.features;
+        const Json& rings = feature["geometry"]["coordinates"];
+        count.holes += rings.size() - 1;
+        for (const Json& ring : rings)
+            count.vertices += ring.size() - 1;
+    }
+    return count;
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+TEST_F(Mokshape, MeasuresEveryOutlineOfTheSamples) {
+    struct Sample {
+        const char* name;
+        std::size_t features;
+        std::size_t holes;
+        std::size_t vertices;
+    };
+    for (const Sample& sample : {Sample{"coins.geojson", 24, 15, 4816}, Sample{"letters.geojson", 272, 100, 20272},
+                                 Sample{"horse.geojson", 1, 0, 2593}}) {
+        SCOPED_TRACE(sample.name);
+        const SampleCount counted = countSample(sample.name);
+        EXPECT_EQ(counted.features, sample.features);
+        EXPECT_EQ(counted.holes, sample.holes);
+        EXPECT_EQ(counted.vertices, sample.vertices);
+
+        const Run json = run("measure --format json '" + samples + '/' + sample.name + '\'');
+        ASSERT_EQ(json.status, 0) << json.err;
+        EXPECT_EQ(json.err, "");
+        SampleCount measured;
+        const Json document = Json::parse(json.out);
+        for (const Json& outline : document["outlines"]) {
+            (outline["kind"] == "hole" ? measured.holes : measured.features) += 1;
+            measured.vertices += outline["vertices"].get<std::size_t>();
+            EXPECT_EQ(outline["label"], outline["feature"]);
+        }
+        EXPECT_EQ(measured.features, counted.features);
+        EXPECT_EQ(measured.holes, counted.holes);
+        EXPECT_EQ(measured.vertices, counted.vertices);
+    }
+}
+
+TEST_F(Mokshape, EndsTheTableOfAllSamplesWithTheirSum) {
+    const Run run = this->run("measure '" + samples + "'/*.geojson");
+    EXPECT_EQ(run.status, 0);
+    const std::vector<std::string> lines = linesOf(run.out);
+    EXPECT_EQ(lines.back(), "412 outlines, 27681 vertices, 0 self-crossing");
+    for (const std::string& line : lines)
+        EXPECT_LE(line.size(), line.find('/') == std::string::npos ? 120u : 4096u) << line;
+}
+
+TEST_F(Mokshape, WritesTheSameNumbersAsJsonAndCsv) {
+    const std::string file = '\'' + samples + "/coins.geojson'";
+    const Json outlines = Json::parse(run("measure --format json " + file).out)["outlines"];
+    const std::vector<std::string> rows = linesOf(run("measure --format csv " + file).out);
+    ASSERT_EQ(rows.size(), outlines.size() + 1);
+    for (std::size_t i = 0; i < outlines.size(); ++i) {
+        std::vector<std::string> cells;
+        std::istringstream row(rows[i + 1]);
+        for (std::string cell; std::getline(row, cell, ',');)
+            cells.push_back(cell);
+        ASSERT_EQ(cells.size(), 24u);
+        EXPECT_EQ(std::stod(cells[8]), outlines[i]["length"].get<double>());
+        EXPECT_EQ(std::stod(cells[9]), outlines[i]["area"].get<double>());
+        EXPECT_EQ(std::stod(cells[21]), outlines[i]["ellipse"]["angle"].get<double>());
+    }
+}
+
+TEST_F(Mokshape, ReadsGeoJsonAndWktTogether) {
+    write("a.geojson", R"({"type":"LineString","coordinates":[[0,0],[3,4]]})");
+    write("b.wkt", "POLYGON((0 0,4 4,4 0,0 4,0 0))");
+    const Run run = this->run("measure a.geojson b.wkt");
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_THAT(run.out, StartsWith("a.geojson\n"));
+    EXPECT_THAT(run.out, EndsWith("\n2 outlines, 6 vertices, 1 self-crossing\n"));
+}
+
+TEST_F(Mokshape, NamesFileAndFeatureOfAnErrorAndPrintsNothingElse) {
+    write("good.wkt", "LINESTRING(0 0,1 1)");
+    write("bad.geojson", R"({"type":"FeatureCollection","features":[
+        {"type":"Feature","properties":null,"geometry":null},
+        {"type":"Feature","properties":{"label":-2},"geometry":null}]})");
+    const Run run = this->run("measure good.wkt bad.geojson --svg out.svg");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err,
+              "mokshape: bad.geojson: feature 2: the label is -2, a whole number from 0 to 4294967295 is expected\n");
+    EXPECT_THAT(names(), ElementsAre("bad.geojson", "good.wkt"));
+}
+
+TEST_F(Mokshape, LeavesAnOlderPictureAloneWhenItFails) {
+    write("old.svg", "old");
+    write("bad.wkt", "POINT(0 0)");
+    write("good.wkt", "LINESTRING(0 0,1 1)");
+    EXPECT_EQ(run("measure bad.wkt --svg old.svg").status, 1);
+    EXPECT_EQ(support::readWhole(path("old.svg")), "old");
+    EXPECT_EQ(run("measure good.wkt --svg old.svg >/dev/full").status, 1);
+    EXPECT_EQ(support::readWhole(path("old.svg")), "old");
+    EXPECT_THAT(names(), ElementsAre("bad.wkt", "good.wkt", "old.svg"));
+}
+
+TEST_F(Mokshape, NoticesOutputThatCannotBeWritten) {
+    write("a.wkt", "LINESTRING(0 0,1 1)");
+    for (const char* format : {"table", "json", "csv"}) {
+        const Run run = this->run(std::string("measure a.wkt >/dev/full --format ") + format);
+        EXPECT_EQ(run.status, 1);
+        EXPECT_EQ(run.err, "mokshape: standard output cannot be written: No space left on device\n");
+    }
+    EXPECT_EQ(run("measure --help >/dev/full").status, 1);
+    EXPECT_EQ(run("measure a.wkt >&-").status, 1);
+    const Run picture = run("measure a.wkt --svg no/such/folder.svg");
+    EXPECT_EQ(picture.status, 1);
+    EXPECT_EQ(picture.out, "");
+    EXPECT_EQ(picture.err, "mokshape: no/such/folder.svg: cannot be written: No such file or directory\n");
+}
+
+TEST_F(Mokshape, RefusesToReplaceAFileThatItMeasures) {
+    write("a.wkt", "LINESTRING(0 0,1 1)");
+    const Run run = this->run("measure a.wkt --svg ./a.wkt");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, "mokshape: ./a.wkt: the picture would replace a file that is measured\n");
+    EXPECT_EQ(support::readWhole(path("a.wkt")), "LINESTRING(0 0,1 1)");
+}
+
+TEST_F(Mokshape, ReadsFromAPipe) {
+    const Run run =
+        runShell(std::string("echo 'LINESTRING(0 0,3 4)' | '") + MOK_MOKSHAPE_PATH + "' measure /dev/stdin");
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_THAT(run.out, EndsWith("1 outline, 2 vertices, 0 self-crossing\n"));
+}
+
+TEST_F(Mokshape, ShowsNoProgressWhereStandardErrorIsNoTerminal) {
+    EXPECT_EQ(run("measure '" + samples + "/letters.geojson'").err, "");
+}
+
+TEST_F(Mokshape, DrawsAPictureOfTheSamplesThatIsWellFormed) {
+    const Run run = this->run("measure '" + samples + "'/*.geojson --svg out.svg");
+    ASSERT_EQ(run.status, 0) << run.err;
+    const std::string svg = support::readWhole(path("out.svg"));
+    EXPECT_THAT(svg, StartsWith("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\""));
+    // Every element is opened and closed in order, and every attribute is quoted.
+    std::vector<std::string> open;
+    std::size_t elements = 0;
+    std::size_t at = 0;
+    while ((at = svg.find('<', at)) != std::string::npos) {
+        const std::size_t end = svg.find('>', at);
+        ASSERT_NE(end, std::string::npos);
+        const std::string tag = svg.substr(at + 1, end - at - 1);
+        ASSERT_EQ(tag.find('<'), std::string::npos);
+        const std::string name = tag.substr(0, tag.find_first_of(" /"));
+        if (tag.front() == '/') {
+            ASSERT_FALSE(open.empty());
+            ASSERT_EQ(tag.substr(1), open.back());
+            open.pop_back();
+        } else {
+            ++elements;
+            ASSERT_EQ(std::count(tag.begin(), tag.end(), '"') % 2, 0) << tag;
+            if (tag.back() != '/')
+                open.push_back(name);
+        }
+        at = end;
+    }
+    EXPECT_TRUE(open.empty());
+    // 412 outlines, and over 297 that are no holes a box, an ellipse and a cross of two strokes each.
+    EXPECT_GE(elements, 412u + 297u * 4u);
+    EXPECT_EQ(svg.find("nan"), std::string::npos);
+    EXPECT_EQ(svg.find("inf"), std::string::npos);
+}
+
+TEST_F(Mokshape, ExplainsItselfWithExamplesThatRun) {
+    const Run help = run("--help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_THAT(help.out, HasSubstr("  mokshape measure samples/coins.geojson\n"));
+    const Run measureHelp = run("measure --help");
+    EXPECT_EQ(measureHelp.status, 0);
+    std::filesystem::create_directory_symlink(samples, path("samples"));
+    write("parts.geojson", R"({"type":"LineString","coordinates":[[0,0],[3,4]]})");
+    write("more.wkt", "LINESTRING(0 0,1 1)");
+    std::size_t examples = 0;
+    for (const std::string& line : linesOf(help.out + measureHelp.out))
+        if (line.rfind("  mokshape measure ", 0) == 0) {
+            ++examples;
+            const Run run = this->run(line.substr(std::string("  mokshape ").size()));
+            EXPECT_EQ(run.status, 0) << line << '\n' << run.err;
+        }
+    EXPECT_EQ(examples, 3u);
+    EXPECT_THAT(names(), ElementsAre("coins.svg", "more.wkt", "parts.csv", "parts.geojson", "samples"));
+}
+
+TEST_F(Mokshape, TellsItsVersion) {
+    const Run run = this->run("--version");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "mokshape 14.0.0\n");
+}
+
+TEST_F(Mokshape, RefusesWrongUsage) {
+    for (const char* arguments :
+         {"", "measure", "unknown", "measure --format xml a.wkt", "measure a.wkt --nonsense", "measure a.wkt --svg"}) {
+        const Run run = this->run(arguments);
+        EXPECT_GE(run.status, 100) << arguments;
+        EXPECT_EQ(run.out, "") << arguments;
+        EXPECT_THAT(run.err, HasSubstr("Run with --help for more information.")) << arguments;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+
+#include "tools/io/outline.h"
+
+namespace mokshape {
+
+/// The bytes of a file, a pipe included. Throws: FileError that names the file, also for an empty one.
+std::string readFile(const std::string& name);
+
+/// The outlines of a GeoJSON or WKT file, told apart by the file's extension or, without a known one, by its first
+/// character. A byte order mark is skipped. Throws: FileError that names the file.
+OutlineFile readOutlines(const std::string& name);
+
+/// Writes all of the text to standard output. Throws: FileError.
+void writeStandardOutput(const std::string& text);
+
+/// A file that appears whole or not at all: the bytes go to a new file beside it, and commit() renames that. Without
+/// commit() nothing is left behind and an older file stays as it was. What is not a regular file, like a pipe or a
+/// device, is written in commit() directly.
+class PendingFile {
+  public:
+    /// Writes the text beside the file. Throws: FileError that names the file.
+    PendingFile(std::string name, std::string text);
+    PendingFile(const PendingFile&) = delete;
+    PendingFile& operator=(const PendingFile&) = delete;
+    ~PendingFile();
+
+    /// Throws: FileError that names the file.
+    void commit();
+
+  private:
+    std::string name_;
+    std::string target_;
+    std::string beside_;
+    std::string text_;
+};
+
+/// True when both names lead to the same existing file.
+bool isSameFile(const std::string& a, const std::string& b);
+
+}  // namespace mokshape

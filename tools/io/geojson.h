@@ -1,0 +1,23 @@
+#pragma once
+
+#include <iosfwd>
+#include <string_view>
+#include <vector>
+
+#include "tools/io/outline.h"
+
+namespace mokshape {
+
+/// The outlines of a GeoJSON text: FeatureCollections, Features and bare geometries, inside each other as they like.
+///
+/// Polygons, MultiPolygons, LineStrings, MultiLineStrings and GeometryCollections of these are read. The property
+/// `label` of the nearest feature becomes the label, 0 where there is none (or null). A null geometry is nothing.
+/// Throws: FileError that names the feature and what is wrong: other geometries, positions that are not two finite
+/// numbers, rings that are not closed, labels that are not whole numbers of 32 bits, JSON of another shape.
+std::vector<Outline> readGeoJson(std::string_view text);
+
+/// Writes a FeatureCollection, one feature a line, with the label as property. Outlines of one feature come together
+/// again; numbers round-trip.
+void writeGeoJson(std::ostream& out, const std::vector<Outline>& outlines);
+
+}  // namespace mokshape

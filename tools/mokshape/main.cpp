@@ -1,0 +1,50 @@
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+#include <new>
+#include <sstream>
+
+#include "tools/io/file.h"
+#include "tools/mokshape/measure.h"
+#include "tools/mokshape/version.h"
+
+namespace {
+
+/// Prints help or a usage error and gives the exit status of the argument parser.
+int answer(const CLI::App& program, const CLI::ParseError& request) {
+    std::ostringstream out;
+    const int status = program.exit(request, out, std::cerr);
+    mokshape::writeStandardOutput(out.str());
+    return status;
+}
+
+int run(int argc, char** argv) {
+    CLI::App program("Measures outlines that lie in GeoJSON and WKT files.", "mokshape");
+    program.set_version_flag("--version", std::string("mokshape ") + mokshape::version);
+    program.require_subcommand(1);
+    program.footer(
+        "Example:\n"
+        "  mokshape measure samples/coins.geojson\n"
+        "\n"
+        "mokshape SUBCOMMAND --help tells more.\n");
+    mokshape::addMeasure(program);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& request) {
+        return answer(program, request);
+    }
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        std::cerr << "mokshape: out of memory\n";
+    } catch (const std::exception& error) {
+        std::cerr << "mokshape: " << error.what() << '\n';
+    }
+    return 1;
+}

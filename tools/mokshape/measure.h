@@ -1,0 +1,12 @@
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace mokshape {
+
+/// Adds the subcommand `measure` to the program.
+void addMeasure(CLI::App& program);
+
+}  // namespace mokshape

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <iosfwd>
+#include <vector>
+
+#include "tools/mokshape/measures.h"
+
+namespace mokshape {
+
+enum class Format { eTable, eJson, eCsv };
+
+/// Writes the measures of all files as one report. Numbers of JSON and CSV round-trip; those of the table are rounded
+/// to about five digits. Missing measures are null, empty and "-".
+void writeReport(std::ostream& out, Format format, const std::vector<MeasuredFile>& files);
+
+}  // namespace mokshape

@@ -1,0 +1,7 @@
+#pragma once
+
+namespace mokshape {
+
+inline constexpr char version[] = "14.0.0";
+
+}  // namespace mokshape
