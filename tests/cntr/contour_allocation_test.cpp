@@ -1,0 +1,264 @@
+// What a contour is when memory runs out. Replaces the global operator new, so it is a program of its own.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/support/consistent.h"
+#include "tests/support/queries.h"
+#include "tests/support/testcontour.h"
+
+namespace {
+
+thread_local bool watching = false;
+thread_local long allocations = 0;
+thread_local long failing = -1;
+
+void* allocate(std::size_t size) {
+    if (watching && allocations++ == failing)
+        throw std::bad_alloc();
+    if (void* memory = std::malloc(size == 0 ? 1 : size))
+        return memory;
+    throw std::bad_alloc();
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    return allocate(size);
+}
+void* operator new[](std::size_t size) {
+    return allocate(size);
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+using support::RememberedQuery;
+using support::TestContour;
+
+namespace {
+
+/// How many allocations the action makes.
+template <class Action>
+long allocationsOf(Action action) {
+    allocations = 0;
+    failing = -1;
+    watching = true;
+    action();
+    watching = false;
+    return allocations;
+}
+
+/// Runs the action with its allocation number `which` failing; whether it came that far.
+template <class Action>
+bool interruptedAt(long which, Action action) {
+    allocations = 0;
+    failing = which;
+    watching = true;
+    try {
+        action();
+    } catch (const std::bad_alloc&) {
+    }
+    watching = false;
+    return allocations > which;
+}
+
+constexpr long enough = 2000;
+
+TestContour square() {
+    return TestContour(support::points("0 0, 4 0, 4 4, 0 4"), true);
+}
+
+class InterruptedQuery : public testing::TestWithParam<RememberedQuery> {};
+
+INSTANTIATE_TEST_SUITE_P(Contour, InterruptedQuery, testing::ValuesIn(support::rememberedQueries()),
+                         [](const auto& instance) { return std::string(instance.param.name); });
+
+TEST_P(InterruptedQuery, AnswersCorrectlyAfterwards) {
+    const auto ask = GetParam().ask;
+    const std::string expected = ask(square());
+    for (long which = 0;; which++) {
+        ASSERT_LT(which, enough);
+        const TestContour contour = square();
+        const bool interrupted = interruptedAt(which, [&] { ask(contour); });
+        EXPECT_EQ(ask(contour), expected) << "allocation " << which;
+        support::expectConsistent(contour);
+        if (!interrupted)
+            break;
+    }
+}
+
+TEST_P(InterruptedQuery, AnswersForTheNewPointsAfterAChange) {
+    const auto ask = GetParam().ask;
+    const reference::Points changed = support::points("0 0, 4 0, 2 -5, 0 4");
+    const std::string expected = ask(TestContour(changed, true));
+    for (long which = 0;; which++) {
+        ASSERT_LT(which, enough);
+        TestContour contour = square();
+        ask(contour);
+        contour.points(changed);
+        const bool interrupted = interruptedAt(which, [&] { ask(contour); });
+        EXPECT_EQ(ask(contour), expected) << "allocation " << which;
+        if (!interrupted)
+            break;
+    }
+}
+
+/// A contour that remembers an answer to everything.
+TestContour asked(const std::string& points) {
+    TestContour contour(support::points(points), true, 5);
+    for (const RememberedQuery& query : support::rememberedQueries())
+        query.ask(contour);
+    return contour;
+}
+
+/// Changes a contour with each allocation of the change failing in turn: it is the old one, or the new one, or in
+/// between, but it answers for what it is.
+template <class Change>
+void expectUsableWhereverInterrupted(Change change) {
+    for (long which = 0;; which++) {
+        SCOPED_TRACE("allocation " + std::to_string(which));
+        ASSERT_LT(which, enough);
+        TestContour contour = asked("0 0, 4 0, 4 4, 0 4");
+        const bool interrupted = interruptedAt(which, [&] { change(contour); });
+        support::expectConsistent(contour);
+        contour.points(support::points("1 1, 5 1, 5 6"));
+        support::expectConsistent(contour);
+        if (!interrupted)
+            break;
+    }
+}
+
+const reference::Points longer = support::points("0 0, 9 1, 8 8, 3 9, 1 7, 2 2, 1 1");
+
+TEST(InterruptedChange, OfPointsLeavesAUsableContour) {
+    expectUsableWhereverInterrupted([](TestContour& contour) { contour.points(longer); });
+    expectUsableWhereverInterrupted([](TestContour& contour) { contour.setPoints(longer); });
+}
+
+TEST(InterruptedChange, OfClosednessLeavesAUsableContour) {
+    expectUsableWhereverInterrupted([](TestContour& contour) { contour.isClosed(false); });
+}
+
+TEST(InterruptedChange, ByAssignmentLeavesAUsableTarget) {
+    const TestContour source = asked("0 0, 9 1, 8 8, 3 9, 1 7, 2 2, 1 1");
+    expectUsableWhereverInterrupted([&](TestContour& contour) { contour = source; });
+    EXPECT_EQ(source, TestContour(longer, true));
+    support::expectConsistent(source);
+}
+
+TEST(InterruptedChange, ByMapLeavesAUsableTarget) {
+    const TestContour source = asked("0 0, 9 1, 8 8, 3 9, 1 7, 2 2, 1 1");
+    const gmXform<2> turn(gmMatrix<2>(0, -1, 1, 0), {1, 2});
+    expectUsableWhereverInterrupted([&](TestContour& contour) { source.map(turn, contour); });
+    expectUsableWhereverInterrupted([&](TestContour& contour) { contour.map(turn, contour); });
+}
+
+TEST(InterruptedCopy, LeavesTheOriginalAlone) {
+    const TestContour source = asked("0 0, 4 0, 4 4, 0 4");
+    for (long which = 0;; which++) {
+        ASSERT_LT(which, enough);
+        const bool interrupted = interruptedAt(which, [&] { TestContour(source).label(1); });
+        EXPECT_EQ(source, square());
+        if (!interrupted)
+            break;
+    }
+    support::expectConsistent(source);
+}
+
+TEST(InterruptedEviction, KeepsEveryOtherEntry) {
+    const auto shift = [](int x) { return gmXform<2>(gmMatrix<2>(1, 0, 0, 1), {double(x), 0}); };
+    bool more = true;
+    for (long which = 0; more; which++) {
+        ASSERT_LT(which, enough);
+        // A thread of its own: the first eviction also makes the thread's generator.
+        std::thread([&] {
+            const TestContour contour = square();
+            for (int x = 1; x <= 4; x++)
+                contour.encloseRect(shift(x));
+            more = interruptedAt(which, [&] { contour.encloseRect(shift(5)); });
+            TestContour displaced(contour);
+            displaced.cachedVectorSize(1000);
+            for (std::size_t i = 0; i < 4; i++)
+                displaced.moveSecretly(i, {std::nan(""), 0});
+            int remembered = 0;
+            for (int x = 1; x <= 5; x++)
+                remembered += !displaced.encloseRect(shift(x)).isEmpty();
+            EXPECT_EQ(remembered, 4) << "allocation " << which;
+            support::expectConsistent(contour);
+        }).join();
+    }
+}
+
+TEST(Allocations, AreNoneForAnswersThatAreRemembered) {
+    const TestContour contour = square();
+    gmEllipse ellipse;
+    double residual = 0;
+    const auto askAll = [&] {
+        contour.length();
+        contour.meanPosition();
+        contour.lineSegs();
+        contour.validLine();
+        contour.isSelfIntersecting();
+        contour.medianFeatureSize();
+        contour.encloseRect(gmXform<2>::I);
+        contour.encloseCircle(gmContourDefs::eMaxVertexPair);
+        contour.encloseCircle(gmContourDefs::eFromFirstVertex);
+        contour.extremalVertexIndex(gmRadian(0.5));
+        contour.fitEllipse(ellipse, residual);
+        contour.vertexIndex({9, 9}, 0.5);
+    };
+    EXPECT_GT(allocationsOf(askAll), 0);
+    EXPECT_EQ(allocationsOf(askAll), 0);
+    const TestContour copy(contour);
+    EXPECT_EQ(allocationsOf([&] { copy.lineSegs(); }), 0) << "copied";
+}
+
+TEST(Allocations, AreNoneForScans) {
+    const TestContour contour = square();
+    EXPECT_EQ(allocationsOf([&] {
+                  contour.closestPoint({1, 2}, false);
+                  contour.closestVertexIndex({1, 2});
+              }),
+              0);
+}
+
+TEST(Allocations, AreNoneForTolerancesThatHaveNoGrid) {
+    const TestContour contour = square();
+    for (const double tolerance : {0.0, -1.0, std::nan("")})
+        EXPECT_EQ(allocationsOf([&] { contour.vertexIndex({0, 0}, tolerance); }), 0) << tolerance;
+}
+
+TEST(Allocations, AreNoneForTransformsAndAnglesThatAreNotNumbers) {
+    const TestContour contour = square();
+    const double nan = std::nan("");
+    EXPECT_EQ(allocationsOf([&] {
+                  contour.encloseRect(gmXform<2>(gmMatrix<2>(nan, 0, 0, 1), {0, 0}));
+                  contour.extremalVertexIndex(gmRadian(nan));
+              }),
+              0);
+}
+
+TEST(Allocations, OfTheEdgesServeAgainAfterAChange) {
+    TestContour contour = square();
+    contour.computeLineSegs();
+    contour.cleanCacheInfo();
+    EXPECT_EQ(allocationsOf([&] { contour.computeLineSegs(); }), 0);
+    contour.isClosed(false);
+    EXPECT_EQ(allocationsOf([&] { contour.computeLineSegs(); }), 0);
+}
+
+}  // namespace

@@ -1,0 +1,65 @@
+// Archives in memory, and their bytes as text.
+#pragma once
+
+#include <sstream>
+#include <string>
+
+#include "foundation/object/archive.h"
+#include "foundation/object/persistent.h"
+
+namespace support {
+
+/// Archives begin with these five bytes.
+inline const std::string header("MOKA\x01", 5);
+
+/// What an archive holds after `store(archive)`.
+template <class Store>
+std::string stored(Store store) {
+    std::ostringstream out;
+    gmArchive archive(out);
+    store(archive);
+    return out.str();
+}
+
+/// The bytes of `value` in an archive, without the header.
+template <class T>
+std::string contentOf(T& value) {
+    return stored([&](gmArchive& archive) { archive || value; }).substr(header.size());
+}
+
+/// Runs `load(archive)` on an archive made of these bytes.
+template <class Load>
+void loadFrom(const std::string& bytes, Load load) {
+    std::istringstream in(bytes);
+    gmArchive archive(in);
+    load(archive);
+}
+
+/// Overwrites `target` with what `value` archives.
+template <class T>
+void transfer(T& value, T& target) {
+    loadFrom(stored([&](gmArchive& archive) { archive || value; }), [&](gmArchive& archive) { archive || target; });
+}
+
+/// Two digits a byte, a blank between bytes.
+inline std::string hex(const std::string& bytes) {
+    std::string text;
+    for (const char byte : bytes) {
+        const auto value = static_cast<unsigned char>(byte);
+        if (!text.empty())
+            text += ' ';
+        text += "0123456789abcdef"[value / 16];
+        text += "0123456789abcdef"[value % 16];
+    }
+    return text;
+}
+
+inline std::string unhex(const std::string& text) {
+    std::istringstream in(text);
+    std::string bytes;
+    for (unsigned value = 0; in >> std::hex >> value;)
+        bytes += static_cast<char>(value);
+    return bytes;
+}
+
+}  // namespace support
