@@ -18,7 +18,6 @@ function(mok_add_library target alias)
   cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;HEADERS;PUBLIC_LIBRARIES")
   add_library(${target} SHARED)
   add_library(mok14::${alias} ALIAS ${target})
-  list(TRANSFORM arg_HEADERS PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
   target_sources(${target} PRIVATE ${arg_SOURCES}
                  PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_HEADERS})
   target_compile_features(${target} PUBLIC cxx_std_17)
@@ -40,9 +39,20 @@ function(mok_add_library target alias)
           FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/mok14)
 endfunction()
 
-# mok_add_program(<target> <source>...): a program of ours that uses the libraries as a stranger would.
+# What is built on the libraries as a stranger would build on them.
+function(mok_use_libraries target scope)
+  target_link_libraries(${target} ${scope} mok14::cntr PRIVATE mok_warnings mok_arithmetic)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+endfunction()
+
+# mok_add_program(<target> <source>...)
 function(mok_add_program target)
   add_executable(${target} ${ARGN})
-  target_link_libraries(${target} PRIVATE mok14::cntr mok_warnings mok_arithmetic)
-  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  mok_use_libraries(${target} PRIVATE)
+endfunction()
+
+# mok_add_program_library(<target> <source>...): a piece of a program, linked in and not installed.
+function(mok_add_program_library target)
+  add_library(${target} STATIC ${ARGN})
+  mok_use_libraries(${target} PUBLIC)
 endfunction()
