@@ -25,7 +25,7 @@
 /// **Edges.** A closed contour of n vertices has n edges: edge 0 is the closing edge, from vertex n-1 to vertex 0, and
 /// edge k joins vertex k-1 to vertex k. An open one has n-1 edges: edge k joins vertex k to vertex k+1. Every query
 /// visits the edges, and every edge number counts them, in this order. An edge whose ends agree to 1e-15 in both
-/// coordinates is degenerate: it keeps its number, and takes no part in intersections.
+/// coordinates is degenerate: it keeps its number, and the contour is never crossed there.
 ///
 /// **Degenerate contours** are contours: without vertices, with one, with repeated ones, crossing themselves. What a
 /// query makes of them is said at the query; without any vertex most throw gmContourDefs::EmptyContour.
@@ -35,12 +35,12 @@
 ///
 /// **Ties.** Of equal candidates the first in vertex or edge order wins.
 ///
-/// **Caches.** Each query computes its answer once and keeps it until the vertices or the closedness change. Queries
+/// **Caches.** A query whose cost is less later keeps its answer until the vertices or the closedness change. Queries
 /// are const and yet fill these caches: one contour belongs to one thread at a time. Different contours are
 /// independent.
 ///
-/// **Numbers.** Vertices are stored as given. NaN and infinite coordinates give NaN, infinite or no answers, never a
-/// crash, and never disturb later answers.
+/// **Numbers.** Vertices are stored as given. NaN and infinite coordinates never crash a query and never disturb later
+/// answers; what they come to is said at the query. Places more than about 1e154 apart have no finite distance.
 ///
 ///     const gmContour contour({{0, 0}, {4, 0}, {4, 3}}, true);
 ///     double around = contour.length();                                            // 12
@@ -61,7 +61,8 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// Deliberate: a repeated closing vertex is kept, and the closing edge then is degenerate.
     /// Throws: gmContourDefs::BadParams "label does not fit in 32 bits".
     explicit gmContour(const gmPolygon& polygon, unsigned long label = 0);
-    /// Copies everything, filled caches included.
+    /// Copies everything, filled caches included. Assignment is no change that is reported or cleaned up after: what a
+    /// derived class remembers of its own is that class's to assign.
     gmContour(const gmContour& other);
     gmContour& operator=(const gmContour& other);
     ~gmContour() override;
@@ -76,7 +77,7 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     virtual void points(const std::vector<gmVector<2>>& points);
 
     virtual bool isClosed() const { return closed_; }
-    /// Closes or opens the contour and drops every cache.
+    /// Closes or opens the contour and drops every cache. An observer of its changes already sees the new state.
     virtual void isClosed(bool closed);
 
     unsigned long label() const { return label_; }
@@ -117,23 +118,16 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// Throws: gmContourDefs::EmptyContour for fewer than 2 vertices.
     void checkEmptyContour() const;
 
-    /// Says that the contour changes, to the observer of gmPersistent if the object reports its changes, and drops
-    /// every cache. Called by everything that changes vertices or closedness, before or after it does.
-    virtual void cleanCacheInfo();
-    /// For contours that carry data with their vertices: called after the vertices were set, and by whoever set the
-    /// data. They do nothing here.
-    virtual void makeDataConsistentWithPoints();
-    virtual void makePointsConsistentWithData();
-
     // ----- Proximity: contour_proximity.cpp. All throw gmContourDefs::EmptyContour without a vertex.
 
     /// The point of the contour nearest to `point`; with `vertexOnly`, the nearest vertex.
-    /// Ties: the first edge, so on a closed contour the closing edge; the first vertex. A zero-length edge is its
-    /// start. Deliberate: (0, 0) when there is no edge (an open contour of one vertex) or no distance is a number.
+    /// A zero-length edge is its start.
+    /// Ties: the first edge, so on a closed contour the closing edge; the first vertex.
+    /// Deliberate: (0, 0) when there is no edge (an open contour of one vertex) or no distance is finite.
     /// Cost: O(n), not kept.
     gmVector<2> closestPoint(const gmVector<2>& point, bool vertexOnly) const;
 
-    /// The index of the vertex nearest to `point`; 0 when no distance is a number.
+    /// The index of the vertex nearest to `point`; 0 when no distance is finite.
     /// Ties: the lowest index. Cost: O(n), not kept.
     long closestVertexIndex(const gmVector<2>& point) const;
 
@@ -141,9 +135,10 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     double distToPoint(const gmVector<2>& point, bool vertexOnly) const;
 
     /// The indices of all vertices closer to `point` than `tolerance` (coordinate units).
-    /// Order: by square cell of that size (x, then y), by index within a cell. Only nearby cells are looked at.
-    /// Tolerance: strict; none is closer than 0 or NaN. With +infinity every finite vertex is near, in index order.
-    /// Cost: O(n log n) for each new tolerance, which is remembered; later O(log n) and what is found.
+    /// Order: by square cell of that size (x, then y), by index within a cell. Only nearby cells are looked at. By
+    /// index alone where there are no cells: for a tolerance that is infinite or has no finite reciprocal. Tolerance:
+    /// strict; none is closer than 0 or NaN. With +infinity every vertex at a finite distance is near. Cost: O(n log n)
+    /// for each new tolerance, which is remembered; later O(log n) and what is found.
     std::vector<int> vertexIndex(const gmVector<2>& point, double tolerance) const;
 
     // ----- Intersections: contour_intersections.cpp
@@ -151,20 +146,22 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// Where the segment crosses the contour, from the segment's start to its end.
     /// Edges parallel to the segment yield nothing, also where they lie on it. A crossing at a vertex is listed for
     /// each of its two edges. Without `includeEndpointEdges`, edges within 1e-6 of an end of the segment are left out.
-    /// Tolerance: a crossing lies within 1e-6 of both (strictly).
-    /// Ties: crossings at the same place along the segment stand as an exchange sort leaves them.
-    /// Throws: gmContourDefs::EmptyContour without a vertex. Cost: O(n) and O(m log m) for m crossings, O(m * m) with
-    /// ties.
+    /// Tolerance: a crossing lies within 1e-6 of both (strictly), and the bounding boxes of both meet: a segment that
+    /// ends just short of a level edge does not reach it. Ties: crossings at the same place along the segment stand as
+    /// an exchange sort leaves them. Throws: gmContourDefs::EmptyContour without a vertex. Cost: O(n) and O(m log m)
+    /// for m crossings, O(m * m) with ties.
     std::vector<gmVector<2>> intersections(const gmLineSeg& seg, bool includeEndpointEdges) const;
 
     /// Where the edges of `other`, each in its direction and all in their order, cross this contour. Duplicates are
-    /// kept. Throws: gmContourDefs::EmptyContour when this contour has no vertex. Cost: that of one segment for each
-    /// edge.
+    /// kept, and degenerate edges of `other` are asked like any other.
+    /// Throws: gmContourDefs::EmptyContour when this contour has no vertex.
+    /// Cost: that of one segment for each edge.
     std::vector<gmVector<2>> intersections(const gmContour& other) const;
 
     /// Whether an edge meets another that does not touch its ends. A vertex on another edge counts; edges that lie on
-    /// each other do not, nor does what happens within 1e-6 of an edge's ends (seen from that edge). Deliberate: false,
-    /// not an error, without a vertex. Cost: O(n * n), later O(1).
+    /// each other do not, nor does what happens within 1e-6 of an edge's ends (seen from that edge).
+    /// Deliberate: false, not an error, without a vertex.
+    /// Cost: O(n * n), later O(1).
     bool isSelfIntersecting() const;
 
     // ----- Extent: contour_extent.cpp. Except for the circles, all throw gmContourDefs::EmptyContour without a vertex.
@@ -172,7 +169,9 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// The axis-aligned bounding box of the mapped vertices, in the frame that the transform maps to.
     /// Vertices with a NaN take no part.
     /// Cost: O(n); O(1) for transforms that are remembered, see cachedVectorSize. One that holds a NaN is not.
-    /// Deliberate: of the transform's stored values the last takes no part in telling remembered transforms apart.
+    /// Deliberate: of the transform's stored values the last (row 1, column 1 of the matrix) takes no part in telling
+    /// remembered transforms apart. The identity, a mirror image in y and a scaling of y alone share one answer, which
+    /// the intersection queries read too: ask for such transforms on a copy.
     gmRect encloseRect(const gmXform<2>& xform) const;
 
     /// The circle that the mode describes, see gmContourDefs::DiameterMode.
@@ -184,9 +183,9 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// Twice the radius of encloseCircle(mode).
     double diameter(gmContourDefs::DiameterMode mode) const;
 
-    /// The index of the vertex farthest in the direction `angle`; -1 when no vertex is anywhere (NaN coordinates).
-    /// Along an axis the coordinate itself decides.
-    /// Ties: the lowest index. Cost: O(n); O(1) for angles that are remembered, see cachedVectorSize. NaN is not.
+    /// The index of the vertex farthest in the direction `angle`; -1 when none has a place along it: NaN coordinates,
+    /// or an angle that is not finite. Along an axis the coordinate itself decides. Ties: the lowest index. Cost: O(n);
+    /// O(1) for angles that are remembered, see cachedVectorSize. NaN is not.
     long extremalVertexIndex(const gmRadian& angle) const;
 
     /// That vertex. Throws: gmContourDefs::BadParams "no extremal vertex" when there is none.
@@ -224,6 +223,18 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     void dispatchSerialize(gmArchive& archive) override;
     /// The content of the version: 1 is written, 0 read as well.
     virtual void serialize_(gmArchive& archive, unsigned char version);
+
+  public:
+    // ----- For derived classes: contour.cpp
+
+    /// For contours that carry data with their vertices: called after the vertices were set, and by whoever set the
+    /// data. They do nothing here.
+    virtual void makeDataConsistentWithPoints();
+    virtual void makePointsConsistentWithData();
+
+    /// Says that the contour changes, to the observer of gmPersistent if the object reports its changes, and drops
+    /// every cache. Called by everything that changes vertices or closedness, except assignment.
+    virtual void cleanCacheInfo();
 
   private:
     const detail::Edges& edges() const;

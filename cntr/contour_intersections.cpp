@@ -13,7 +13,7 @@ struct Crossing {
     double key;  // how far along the segment
 };
 
-/// Whether an edge takes part although it comes close to an end of the segment.
+/// Whether the edge comes close to an end of the segment.
 bool touchesAnEnd(const gmLineSeg& edge, const gmLineSeg& seg) {
     return edge.distToPoint(seg.p1()) <= detail::touching || edge.distToPoint(seg.p2()) <= detail::touching;
 }

@@ -11,7 +11,7 @@
 /// Area, centre of mass and second moments of a plane figure. Default: all zero.
 ///
 /// The area is signed: positive for an outline traced counter-clockwise in a y-up frame. The second moments are
-/// central, area-weighted, not divided by the area, and positive whichever way the outline runs:
+/// central, area-weighted, not divided by the area, and the same whichever way the outline runs:
 /// (0,0) = integral of (x - cx)^2, (0,1) = (1,0) = integral of (x - cx)(y - cy), (1,1) = integral of (y - cy)^2.
 class MOKCNTR_API gm_InertiaData {
   public:
@@ -61,7 +61,7 @@ MOKCNTR_API gmVector<2> gf_CenterOfMass(const std::vector<gmVector<2>>& points);
 MOKCNTR_API gmVector<2> gf_CenterOfMass(const std::vector<gmEdgelet>& edgelets);
 
 /// The uniform ellipse with the same centre and second moments (up to one common factor with the area): the x radius
-/// is the larger one and lies along `rotation`.
+/// lies along `rotation` and is the larger one, where no moment is negative. Reads a symmetric matrix.
 /// Throws: gmMathError::Singular when a principal moment is 1e-12 or less in magnitude.
 MOKCNTR_API gmEllipse gf_EllipseFromInertiaData(const gm_InertiaData& data);
 

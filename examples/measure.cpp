@@ -8,8 +8,7 @@ int main() {
 
     std::cout << "length   " << part.length() << '\n';
     std::cout << "area     " << gf_Area(part.points()) << '\n';
-    std::cout << "centre   " << gf_CenterOfMass(part.points()).x() << ", " << gf_CenterOfMass(part.points()).y()
-              << '\n';
+    std::cout << "centre   " << gf_CenterOfMass(part.points()).x() << " from the left\n";
     std::cout << "size     " << part.encloseRect(gmXform<2>::I).size().x() << '\n';
     std::cout << "diameter " << part.diameter(gmContourDefs::eMaxVertexPair) << '\n';
     std::cout << "distance " << part.distToPoint({40, 40}, false) << '\n';

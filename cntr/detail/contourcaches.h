@@ -32,7 +32,8 @@ struct EllipseFit {
 };
 
 /// Orders transforms by the first five of their stored values. The sixth takes no part: two transforms that differ
-/// there only share an entry. (No two similarity transforms do.)
+/// there only share an entry. (No two do that keep the orientation and all angles; a reflection may share the entry of
+/// a rotation.)
 struct XformLess {
     bool operator()(const gmXform<2>& a, const gmXform<2>& b) const {
         return std::lexicographical_compare(a.values().begin(), a.values().begin() + 5, b.values().begin(),

@@ -19,7 +19,7 @@ class GeneratorSlot : public gm_ThreadLocal {
                 delete static_cast<gmRandomUniform*>(value);
                 return 0L;
             });
-            made.release();
+            static_cast<void>(made.release());
         }
         return *static_cast<gmRandomUniform*>(OSValue());
     }

@@ -35,7 +35,7 @@ class MOKSTD_API gmXform<2> {
     gmXform inverse() const;
 
     /// The stored numbers: translation x and y, then the matrix row by row. In this order the first five tell
-    /// any two similarity transforms apart, which is what caches keyed by them compare.
+    /// any two rotations with scale and translation apart, which is what caches keyed by them compare.
     constexpr const std::array<double, 6>& values() const { return value_; }
 
     friend bool operator==(const gmXform& a, const gmXform& b) { return a.value_ == b.value_; }

@@ -67,14 +67,21 @@ struct gmArchive::State {
     std::map<const gmPersistent*, Stored> stored;
     std::vector<Loaded> loaded;
 
+    void checkUsable() const {
+        if (failed)
+            throw Errors("archive was refused before");
+    }
+
     void flush() {
         const auto size = static_cast<std::streamsize>(pending.size());
         // Through to the device, so that a full disk is an error here and not silence when the stream is closed.
         const bool written =
             !out->fail() && out->rdbuf()->sputn(pending.data(), size) == size && out->rdbuf()->pubsync() == 0;
         pending.clear();
-        if (!written)
+        if (!written) {
+            failed = true;  // a device may have taken a part, which nothing can follow
             throw Errors("archive could not be written");
+        }
     }
 };
 
@@ -100,8 +107,8 @@ class gmArchive::Pass {
 
     ~Pass() {
         currentMarks = outer_;
-        if (!done_)
-            state_.failed = state_.in != nullptr;
+        if (!done_ && state_.in)
+            state_.failed = true;
         if (!isPass_)
             return;
         state_.marks = nullptr;
@@ -178,6 +185,7 @@ void gmArchive::maxDepth(unsigned depth) {
 }
 
 void gmArchive::storeBytes(const unsigned char* bytes, std::size_t count) {
+    state_->checkUsable();
     state_->pending.append(reinterpret_cast<const char*>(bytes), count);
     if (!state_->marks)
         state_->flush();
@@ -185,8 +193,7 @@ void gmArchive::storeBytes(const unsigned char* bytes, std::size_t count) {
 
 void gmArchive::loadBytes(unsigned char* bytes, std::size_t count) {
     State& state = *state_;
-    if (state.failed)
-        throw Errors("archive was refused before");
+    state.checkUsable();
     const auto size = static_cast<std::streamsize>(count);
     if (!state.in->rdbuf() || state.in->rdbuf()->sgetn(reinterpret_cast<char*>(bytes), size) != size) {
         state.failed = true;

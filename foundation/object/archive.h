@@ -19,9 +19,11 @@ class gmVector;
 /// Bytes: little-endian, fixed width, IEEE doubles; "MOKA" and a format number come first, when the archive is
 /// made. `long` and `unsigned long` take 32 bits, and a value that does not fit is refused, never cut.
 ///
-/// Passes: the outermost `archive || object` is one pass. Within it each object is archived once. What a
-/// storing pass wrote reaches the stream when the pass has succeeded, and not a byte of it otherwise. Objects
-/// stored through pointers are known for as long as the archive lives: later passes refer to them.
+/// Passes: the outermost `archive || object` is one pass. Within it each object is archived once as a part and once
+/// behind pointers; objects are told apart by where they are, and stay there until the pass ends. What a storing pass
+/// wrote reaches the stream when the pass has succeeded, and not a byte of it otherwise; where the device then takes
+/// only a part of it, the archive takes nothing more. Objects stored through pointers are known for as long as the
+/// archive lives: later passes refer to them.
 ///
 /// Nothing read is trusted: lengths are checked before memory is taken, nesting is bounded, no object contains
 /// itself, and every refusal is one of the errors below. Objects made while loading belong to the archive until

@@ -62,16 +62,22 @@ gmBadPointer::gmBadPointer() = default;
 gmBadPointer::~gmBadPointer() = default;
 
 gmMathError::Errors::~Errors() = default;
-gmMathError::Singular::Singular(const std::string& message) : Errors(message.c_str()) {}
+gmMathError::Singular::Singular(const std::string& message) : Errors(nullptr) {
+    text_ = message;
+}
 gmMathError::Singular::~Singular() = default;
-gmMathError::OutOfRange::OutOfRange(const std::string& message) : Errors(message.c_str()) {}
+gmMathError::OutOfRange::OutOfRange(const std::string& message) : Errors(nullptr) {
+    text_ = message;
+}
 gmMathError::OutOfRange::~OutOfRange() = default;
 
 gmPel::Errors::~Errors() = default;
 gmPel::BadWindow::BadWindow() : Errors(nullptr) {}
 gmPel::BadWindow::~BadWindow() = default;
 
-gmArchive::Errors::Errors(const std::string& message) : gmExceptionWithString(message.c_str()) {}
+gmArchive::Errors::Errors(const std::string& message) : gmExceptionWithString(nullptr) {
+    text_ = message;
+}
 gmArchive::Errors::~Errors() = default;
 gmArchive::UnknownVersion::UnknownVersion(const char* file, int line)
     : Errors("unknown version" + (file ? " (" + std::string(file) + ":" + std::to_string(line) + ")" : "")),

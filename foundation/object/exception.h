@@ -20,7 +20,7 @@ class MOKSTD_API gmException : public virtual gmPersistent, public std::exceptio
     virtual void message_(std::ostream& out) const;
     /// What message_ writes.
     std::string message() const;
-    /// The message, or the name of the class when the message is empty. Valid as long as the exception.
+    /// The stored message, or the name of the class when it is empty. Valid as long as the exception.
     const char* what() const noexcept override;
 
   protected:

@@ -9,6 +9,7 @@ class gmPersistent;
 
 /// Registers a class with the archives: they name it by its C++ name and make objects of it through `make`.
 /// Each class has one, a static member called sExemplar; the registration lasts as long as that object.
+/// No library may be loaded or unloaded while another thread uses an archive: the table has no lock.
 class MOKSTD_API gm_Instantiator {
   public:
     gm_Instantiator(const std::type_info& type, gmPersistent* (*factory)());

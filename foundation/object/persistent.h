@@ -10,7 +10,7 @@
 ///
 /// Archiving: a class overrides dispatchSerialize, which passes a version byte and the class's content through
 /// the archive, both ways. Watching: an object that is asked to report its changes says so to the one observer
-/// of the process each time before it changes. Both settings belong to the object and not to its value: a copy
+/// of the process each time it changes. Both settings belong to the object and not to its value: a copy
 /// starts with reporting off, assignment leaves the target's setting.
 class MOKSTD_API gmPersistent {
   public:
@@ -23,7 +23,8 @@ class MOKSTD_API gmPersistent {
     void reportChanges(bool report) { reports_ = report; }
     bool reportsChanges() const { return reports_; }
 
-    /// The function told of each change of a reporting object, before it happens; null, the default, for none.
+    /// The function told of each change of a reporting object, before it happens unless the operation says otherwise;
+    /// null, the default, for none.
     /// One for the process; it may be set from any thread, and is called on the thread that changes the object.
     static void changeObserver(void (*observer)(const gmPersistent&));
 
@@ -46,7 +47,7 @@ class MOKSTD_API gmPersistent {
     /// Loads the bare content of a class that has a form without a version, and answers whether it has one.
     virtual bool loadSimple(gmArchive& archive);
 
-    /// Every mutator calls this first.
+    /// Every mutator calls this once.
     void reportChange() const {
         if (reports_)
             mutating_();

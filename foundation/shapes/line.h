@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cmath>
+
 #include "foundation/math/vector.h"
 #include "foundation/shapes/point.h"
 #include "foundation/shapes/shape.h"
@@ -12,8 +14,8 @@ inline double gfFootParameter(const gmVector<2>& start, const gmVector<2>& direc
 
 /// An infinite line: a point on it and a direction of any length. Default: through (0, 0), direction (0, 0).
 ///
-/// A line without direction (its square is 0 or NaN) stands for its point: everything projects onto that point, and it
-/// is parallel to every line. Archived as the point, then the direction.
+/// A line without direction (the square of its length is 0 or not finite) stands for its point: everything projects
+/// onto that point, and it is parallel to every line. Archived as the point, then the direction.
 class MOKSTD_API gmLine : public gmShape {
   public:
     gmLine() = default;
@@ -39,7 +41,10 @@ class MOKSTD_API gmLine : public gmShape {
     }
 
   private:
-    bool hasDirection() const { return direction_.dot(direction_) > 0.0; }
+    bool hasDirection() const {
+        const double square = direction_.dot(direction_);
+        return square > 0.0 && std::isfinite(square);
+    }
     void archiveContent(gmArchive& archive) override;
 
     gmVector<2> through_;

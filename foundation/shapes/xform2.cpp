@@ -1,5 +1,7 @@
 #include "foundation/shapes/xform2.h"
 
+#include <cmath>
+
 #include "foundation/object/exception.h"
 
 namespace {
@@ -67,7 +69,10 @@ gmPtrHandle<gm2XformBase> gm2Rigid::composeBase(const gm2XformBase& inner) const
 
 gmPtrHandle<gm2XformBase> gm2Rigid::inverseBase() const {
     const gmDegree back(-angle_.value());
-    return gmPtrHandle<gm2XformBase>(new gm2Rigid(back, -(gmMatrix<2>(back, back, 1.0, 1.0) * translation_)));
+    const gmVector<2> translation = -(gmMatrix<2>(back, back, 1.0, 1.0) * translation_);
+    if (!std::isfinite(translation.x()) || !std::isfinite(translation.y()))
+        throw gmMathError::Singular("transform has no inverse");
+    return gmPtrHandle<gm2XformBase>(new gm2Rigid(back, translation));
 }
 
 void gm2Rigid::dispatchSerialize(gmArchive& archive) {

@@ -132,7 +132,7 @@ TEST(ContourEncloseCircle, KeepsTheModesApart) {
 
 TEST(ContourEncloseCircle, RefusesOtherModes) {
     for (const TestContour& shape : {contour(unitSquare), contour("")})
-        for (const int mode : {2, 3, 1000, -1}) {
+        for (const int mode : {2, 3, 256, 257, 1000, -1, std::numeric_limits<int>::min()}) {
             const auto refused = support::diameterMode(mode);
             try {
                 shape.encloseCircle(refused);

@@ -169,6 +169,24 @@ TEST(ContourIntersectionsWithContour, KeepDuplicatesAndTouches) {
 TEST(ContourIntersectionsWithContour, TakeDegenerateEdgesOfTheOtherAsTheyAre) {
     EXPECT_THAT(contour(square).intersections(contour("2 0")), IsEmpty());
     EXPECT_EQ(contour(square).intersections(openContour("2 2, 2 2, 2 9")), points("2 4"));
+    // Degenerate by the library's measure, and yet with a direction that crosses the lower edge.
+    EXPECT_EQ(contour(square).intersections(openContour("2 0, 2 1e-16")).size(), 1u);
+}
+
+TEST(ContourIntersections, KeepACrossingLessThanAMillionthFromTheEdgeOnly) {
+    const TestContour edge = openContour("0 0, 1 0");
+    EXPECT_THAT(edge.intersections(gmLineSeg({-1e-6, 0}, {1, 1}), true), IsEmpty());
+    EXPECT_EQ(edge.intersections(gmLineSeg({std::nextafter(-1e-6, 0.0), 0}, {1, 1}), true).size(), 1u);
+}
+
+TEST(ContourSelfIntersecting, RemembersThatItIs) {
+    TestContour shape = contour("0 0, 4 4, 4 0, 0 4");
+    EXPECT_TRUE(shape.isSelfIntersecting());
+    for (const std::size_t vertex : {1, 2, 3})
+        shape.moveSecretly(vertex, points(square)[vertex]);
+    EXPECT_TRUE(shape.isSelfIntersecting());
+    shape.cleanCacheInfo();
+    EXPECT_FALSE(shape.isSelfIntersecting());
 }
 
 TEST(ContourIntersectionsWithContour, AreNoneWithAnEmptyOrFarOther) {

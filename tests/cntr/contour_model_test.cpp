@@ -250,11 +250,14 @@ TEST(ContourMeanPosition, NeedsTwoVertices) {
 }
 
 TEST(ContourMeanPosition, IsNotANumberWhenAllVerticesCoincide) {
-    const TestContour point = contour("3 3, 3 3, 3 3");
+    TestContour point = contour("3 3, 3 3, 3 3");
     for (int ask = 0; ask < 2; ask++) {
         EXPECT_TRUE(std::isnan(point.meanPosition().x()));
         EXPECT_TRUE(std::isnan(point.meanPosition().y()));
+        point.moveSecretly(0, {9, 9});  // that it is not a number is remembered as well
     }
+    point.cleanCacheInfo();
+    EXPECT_DOUBLE_EQ(point.meanPosition().x(), 6.0);
 }
 
 TEST(ContourCheckEmptyContour, RefusesFewerThanTwoVerticesWithoutAMessage) {

@@ -71,4 +71,21 @@ TEST(ContourDraw, LetsTheErrorsOfTheTabletPass) {
                  gmContourDefs::BadParams);
 }
 
+TEST(ContourDraw, DrawsWhatItWasThoughTheTabletChangesIt) {
+    struct Emptying : RecordingTablet {
+        explicit Emptying(gmContour& contour) : shape(contour) {}
+        void drawLineSeg(const gmPair<double>& from, const gmPair<double>& to, const gmColor& color,
+                         Layers layers) override {
+            RecordingTablet::drawLineSeg(from, to, color, layers);
+            shape.points({});
+        }
+        gmContour& shape;
+    };
+    support::TestContour shape = contour("0 0, 4 0, 4 3");
+    const std::vector<Call> expected = calls(shape);
+    Emptying tablet(shape);
+    shape.draw(tablet, gmContourDefs::eOutline, orange, gmUITablet::eOverlayLayer);
+    EXPECT_EQ(tablet.calls, expected);
+}
+
 }  // namespace

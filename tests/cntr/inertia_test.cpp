@@ -119,6 +119,12 @@ TEST(InertiaDataSum, ReadsTheUpperTriangleOnly) {
     EXPECT_TRUE(same(a + b, data(2, {0, 0}, 5, 7, 9)));
 }
 
+TEST(InertiaDataSum, OfAreasTooSmallToMultiplyKeepsTheirSigns) {
+    // The product of the areas is 0, neither positive nor negative.
+    const gm_InertiaData sum = gm_InertiaData(-1e-200, {1, 0}, {}) + gm_InertiaData(-1e-200, {3, 0}, {});
+    EXPECT_EQ(sum.inertiaMatrix()(0, 0), -1e-200 - 9e-200);
+}
+
 TEST(InertiaDataSum, IsThePlainSumToTheBit) {
     support::Random random(11);
     for (int i = 0; i < 2000; i++) {

@@ -83,6 +83,10 @@ TEST(Progress, WipesItsLineAtTheEnd) {
     EXPECT_THAT(screen.text(), EndsWith("\r\x1b[K"));
 }
 
+TEST(Progress, WaitsASecondUnlessToldOtherwise) {
+    EXPECT_EQ(Progress::Pace().patience, std::chrono::seconds(1));
+}
+
 TEST(Progress, StaysSilentWhenTheWorkEndsSoon) {
     Screen screen;
     std::ostream out(&screen);

@@ -6,21 +6,20 @@
 
 #include "tools/io/file.h"
 #include "tools/mokshape/measure.h"
-#include "tools/mokshape/version.h"
 
 namespace {
 
-/// Prints help or a usage error and gives the exit status of the argument parser.
+/// Prints help or a usage error. Every error has exit status 1.
 int answer(const CLI::App& program, const CLI::ParseError& request) {
     std::ostringstream out;
     const int status = program.exit(request, out, std::cerr);
     mokshape::writeStandardOutput(out.str());
-    return status;
+    return status == 0 ? 0 : 1;
 }
 
 int run(int argc, char** argv) {
     CLI::App program("Measures outlines that lie in GeoJSON and WKT files.", "mokshape");
-    program.set_version_flag("--version", std::string("mokshape ") + mokshape::version);
+    program.set_version_flag("--version", "mokshape " MOKSHAPE_VERSION);
     program.require_subcommand(1);
     program.footer(
         "Example:\n"

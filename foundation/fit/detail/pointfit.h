@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -55,20 +56,18 @@ double rootMeanSquare(const std::vector<gmVector<2>>& points, Distance distance)
 }
 
 /// fit(points), then up to `rounds` times again without the points for which distance(fitted, point) exceeds the
-/// limit, until none is left out any more.
+/// limit, until none is left out any more. A point that was left out stays out.
 template <class Fit, class Distance>
 auto fitWithoutOutliers(const std::vector<gmVector<2>>& points, unsigned long rounds, double limit, Fit fit,
                         Distance distance) {
     auto fitted = fit(points);
-    std::size_t used = points.size();
+    std::vector<gmVector<2>> kept = points;
     for (unsigned long round = 0; round < rounds; ++round) {
-        std::vector<gmVector<2>> kept;
-        for (const gmVector<2>& point : points)
-            if (distance(fitted, point) <= limit)
-                kept.push_back(point);
-        if (kept.size() == used)
+        const auto outside = std::remove_if(
+            kept.begin(), kept.end(), [&](const gmVector<2>& point) { return !(distance(fitted, point) <= limit); });
+        if (outside == kept.end())
             break;
-        used = kept.size();
+        kept.erase(outside, kept.end());
         fitted = fit(kept);
     }
     return fitted;

@@ -153,6 +153,31 @@ TEST(CircleFitOutliers, AreLeftOutRoundByRound) {
     EXPECT_NEAR(results.residual(), 0.0, 1e-12);
 }
 
+TEST(CircleFitOutliers, StayOutOnceTheyAreLeftOut) {
+    // Whatever the points: more rounds than points change nothing any more.
+    std::mt19937 engine(5);
+    const auto coordinate = [&] { return static_cast<double>(engine() % 2000) / 1000.0 - 1.0; };
+    int fitted = 0;
+    for (int i = 0; i < 300; ++i) {
+        std::vector<gmVector<2>> points;
+        for (int k = 0; k < 14; ++k) {
+            const double x = coordinate();
+            points.emplace_back(x, coordinate());
+        }
+        gmCircleFitResults once;
+        gmCircleFitResults again;
+        try {
+            gfCircleFit(gmCircleFitParams(gmCircleFitDefs::eLeastSquares, 1.0, points.size(), 0.4), points, once);
+        } catch (const gmMathError::Singular&) {
+            continue;
+        }
+        gfCircleFit(gmCircleFitParams(gmCircleFitDefs::eLeastSquares, 1.0, 1000000000, 0.4), points, again);
+        EXPECT_EQ(once.circle(), again.circle());
+        ++fitted;
+    }
+    EXPECT_GT(fitted, 100);
+}
+
 TEST(CircleFitOutliers, StayWithoutRoundsOrBelowTheDistance) {
     Points points = onCircle({0.0, 0.0}, 10.0, 20);
     points.emplace_back(13.0, 0.0);

@@ -282,4 +282,18 @@ TEST(ArchiveFullDisk, ForgetsThePassThatDidNotFit) {
     EXPECT_EQ(handle->referenceCount(), 1);
 }
 
+TEST(ArchiveFullDisk, TakesNothingAfterAPassThatFittedInPart) {
+    support::FullDisk disk(header.size() + 3);
+    std::ostream out(&disk);
+    gmArchive archive(out);
+    NodeHandle handle(new Node(1));
+    EXPECT_THROW(archive || handle, gmArchive::Errors);
+    disk.enlarge(1000);
+    out.clear();
+    EXPECT_THROW(archive || handle, gmArchive::Errors);
+    long number = 1;
+    EXPECT_THROW(archive || number, gmArchive::Errors);
+    EXPECT_EQ(disk.taken(), header.size() + 3);
+}
+
 }  // namespace

@@ -155,4 +155,11 @@ TEST(UnknownVersion, HasNoPlaceWhereTheFileTextIsNull) {
     EXPECT_STREQ(error.what(), "unknown version");
 }
 
+TEST(ExceptionMessage, IsKeptWholeWhereItComesAsAString) {
+    const std::string text("a\0b", 3);
+    EXPECT_EQ(gmMathError::Singular(text).message(), text);
+    EXPECT_EQ(gmMathError::OutOfRange(text).message(), text);
+    EXPECT_EQ(gmArchive::UnknownClass(text).message(), text);
+}
+
 }  // namespace

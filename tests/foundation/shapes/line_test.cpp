@@ -102,6 +102,15 @@ TEST(LineWithoutDirection, IsParallelToEveryLine) {
     }
 }
 
+TEST(LineWithoutDirection, IsALineWhoseLengthSquaredIsNotFinite) {
+    const gmLine across({0.0, 0.0}, {1e200, 0.0});
+    EXPECT_TRUE(across.isParallel(gmLine({0.0, 0.0}, {0.0, 1.0})));
+    const gmLine steep({1.0, 2.0}, {1e160, 2e160});
+    EXPECT_TRUE(steep.isParallel(gmLine({0.0, 0.0}, {3e160, 1e160})));
+    EXPECT_FALSE(steep.intersect(gmLine({0.0, 0.0}, {3e160, 1e160})).exists());
+    EXPECT_EQ(steep.proj({5.0, 5.0}).position(), gmVector<2>(1.0, 2.0));
+}
+
 TEST(LineParallel, DoesNotDependOnSenseLengthOrPlace) {
     const gmLine line({0.0, 0.0}, {1.0, 2.0});
     EXPECT_TRUE(line.isParallel(gmLine({5.0, 5.0}, {1.0, 2.0})));

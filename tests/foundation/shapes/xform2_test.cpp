@@ -66,6 +66,11 @@ TEST(XformLinear, InverseUndoes) {
     expectNear(xform.inverseBase()->mapPoint(xform.mapPoint({7.0, -8.0})), {7.0, -8.0}, 1e-12);
 }
 
+TEST(XformRigid, WithoutAFiniteInverseThrows) {
+    EXPECT_THROW(gm2Rigid(gmDegree(0.0), {support::infinity, 0.0}).inverseBase(), gmMathError::Singular);
+    EXPECT_THROW(gm2Rigid(gmDegree(support::nan), {1.0, 0.0}).inverseBase(), gmMathError::Singular);
+}
+
 TEST(XformLinear, WithoutInverseThrows) {
     EXPECT_THROW(gm2XformLinear(gmXform<2>(gmMatrix<2>(), Vector())).inverseBase(), gmMathError::Singular);
 }
