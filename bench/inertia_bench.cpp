@@ -22,6 +22,13 @@ double centerOfMass(const std::vector<gmVector<2>>& points) {
 double secondMoments(const std::vector<gmVector<2>>& points) {
     return gf_InertiaDataPolygon(points).inertiaMatrix()(0, 0);
 }
+double stdDev(const std::vector<gmVector<2>>& points) {
+    static std::vector<double> values;
+    values.clear();
+    for (const gmVector<2>& point : points)
+        values.push_back(point.x());
+    return gf_StdDev(values);
+}
 std::size_t convexHull(const std::vector<gmVector<2>>& points) {
     std::vector<gmVector<2>> hull;
     gfConvexHull(points, hull);
@@ -31,6 +38,7 @@ std::size_t convexHull(const std::vector<gmVector<2>>& points) {
 BENCHMARK_CAPTURE(perOutline, area, area)->Apply(bench::sizes);
 BENCHMARK_CAPTURE(perOutline, centerOfMass, centerOfMass)->Apply(bench::sizes);
 BENCHMARK_CAPTURE(perOutline, secondMoments, secondMoments)->Apply(bench::sizes);
+BENCHMARK_CAPTURE(perOutline, stdDev, stdDev)->Apply(bench::sizes);
 BENCHMARK_CAPTURE(perOutline, convexHull, convexHull)->Apply(bench::sizes);
 
 }  // namespace

@@ -72,18 +72,18 @@ TEST(ContourDraw, LetsTheErrorsOfTheTabletPass) {
 }
 
 TEST(ContourDraw, DrawsWhatItWasThoughTheTabletChangesIt) {
-    struct Emptying : RecordingTablet {
-        explicit Emptying(gmContour& contour) : shape(contour) {}
+    struct Moving : RecordingTablet {
+        explicit Moving(gmContour& contour) : shape(contour) {}
         void drawLineSeg(const gmPair<double>& from, const gmPair<double>& to, const gmColor& color,
                          Layers layers) override {
             RecordingTablet::drawLineSeg(from, to, color, layers);
-            shape.points({});
+            shape.points({{9, 9}, {9, 9}, {9, 9}});
         }
         gmContour& shape;
     };
     support::TestContour shape = contour("0 0, 4 0, 4 3");
     const std::vector<Call> expected = calls(shape);
-    Emptying tablet(shape);
+    Moving tablet(shape);
     shape.draw(tablet, gmContourDefs::eOutline, orange, gmUITablet::eOverlayLayer);
     EXPECT_EQ(tablet.calls, expected);
 }
