@@ -182,7 +182,7 @@ TEST(ContourIntersections, KeepACrossingLessThanAMillionthFromTheEdgeOnly) {
 TEST(ContourSelfIntersecting, RemembersThatItIs) {
     TestContour shape = contour("0 0, 4 4, 4 0, 0 4");
     EXPECT_TRUE(shape.isSelfIntersecting());
-    for (const std::size_t vertex : {1, 2, 3})
+    for (std::size_t vertex = 1; vertex <= 3; ++vertex)
         shape.moveSecretly(vertex, points(square)[vertex]);
     EXPECT_TRUE(shape.isSelfIntersecting());
     shape.cleanCacheInfo();
