@@ -145,6 +145,13 @@ TEST(WktWriter, WritesAGeometryALine) {
     EXPECT_EQ(out.str(), "POLYGON ((0 0, 9 0, 9 9, 0 0), (5 1, 6 1, 6 2, 5 1))\nLINESTRING (0 0, 0.1 2)\n");
 }
 
+TEST(WktWriter, WritesNoOutlineAsAGeometryThatReadsBack) {
+    std::ostringstream out;
+    mokshape::writeWkt(out, readWkt("MULTIPOLYGON EMPTY"));
+    EXPECT_EQ(out.str(), "GEOMETRYCOLLECTION EMPTY\n");
+    EXPECT_EQ(read(out.str()), "");
+}
+
 TEST(WktWriter, WritesWhatTheReaderGivesBack) {
     const auto outlines = readWkt(
         "MULTIPOLYGON(((0 0,1 0,1 1e-300,0 0)),EMPTY,((5 0,9 0,9 9,5 0),(6 1,7 1,7 2,6 1)))\n"

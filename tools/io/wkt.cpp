@@ -266,6 +266,9 @@ std::vector<Outline> readWkt(std::string_view text) {
 }
 
 void writeWkt(std::ostream& out, const std::vector<Outline>& outlines) {
+    // A text without any geometry is no WKT, and the reader takes it for the wrong file.
+    if (outlines.empty())
+        out << "GEOMETRYCOLLECTION EMPTY\n";
     for (const Feature& feature : groupByFeature(outlines)) {
         writeGeometry(out, outlines, feature);
         out << '\n';

@@ -15,8 +15,8 @@ namespace mokshape {
 /// Throws: FileError that names the feature, the line and what is wrong.
 std::vector<Outline> readWkt(std::string_view text);
 
-/// Writes one geometry a line. Outlines of one feature come together again; numbers round-trip.
-/// Labels are lost: WKT has no place for them.
+/// Writes one geometry a line; an empty collection when there is no outline. Outlines of one feature come together
+/// again; numbers round-trip. Labels are lost: WKT has no place for them.
 void writeWkt(std::ostream& out, const std::vector<Outline>& outlines);
 
 }  // namespace mokshape
