@@ -4,4 +4,6 @@
 #include "cntr/contour.h"
 #include "cntr/defs.h"
 #include "cntr/inertia.h"
+#include "cntr/region.h"
+#include "cntr/regionptr.h"
 #include "foundation/foundation.h"

@@ -4,6 +4,7 @@
 
 #include "cntr/detail/edges.h"
 #include "cntr/detail/tolerances.h"
+#include "cntr/region.h"
 #include "foundation/math/realeq.h"
 
 namespace {

@@ -191,6 +191,10 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// That vertex. Throws: gmContourDefs::BadParams "no extremal vertex" when there is none.
     gmVector<2> extremalVertexPosition(const gmRadian& angle) const;
 
+    /// Makes `hull` the region of the vertices of the convex hull, see gfConvexHull. `hull` may be this contour.
+    /// Cost: O(n log n), later that of a copy.
+    void convexHull(gmRegion& hull) const;
+
     /// The least-squares ellipse of the vertices and its residual, see gf_FitEllipse.
     /// Cost: O(n), later O(1).
     void fitEllipse(gmEllipse& ellipse, double& residual) const;
@@ -223,6 +227,8 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     void dispatchSerialize(gmArchive& archive) override;
     /// The content of the version: 1 is written, 0 read as well.
     virtual void serialize_(gmArchive& archive, unsigned char version);
+    /// The vertices and cachedVectorSize as they stood in archives before contours carried a label; that becomes 0.
+    void archiveUnlabelled(gmArchive& archive);
 
   public:
     // ----- For derived classes: contour.cpp
@@ -239,6 +245,7 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
   private:
     const detail::Edges& edges() const;
     void checkHasVertex() const;
+    void archiveCachedVectorSize(gmArchive& archive);
 
     std::uint32_t label_ = 0;
     bool closed_ = true;

@@ -5,6 +5,8 @@
 #include "cntr/contour.h"
 #include "cntr/detail/tolerances.h"
 #include "cntr/inertia.h"
+#include "cntr/region.h"
+#include "foundation/fit/convexhull.h"
 #include "foundation/math/realeq.h"
 
 namespace {
@@ -117,6 +119,17 @@ gmVector<2> gmContour::extremalVertexPosition(const gmRadian& angle) const {
     if (index < 0)
         throw gmContourDefs::BadParams("no extremal vertex");
     return points_[static_cast<std::size_t>(index)];
+}
+
+void gmContour::convexHull(gmRegion& hull) const {
+    checkHasVertex();
+    // Held here as well: `hull` may be this contour, whose own handle assignment overwrites.
+    const RegionCPtr result = caches_.convexHull.get([&](RegionCPtr& slot) {
+        std::vector<gmVector<2>> vertices;
+        gfConvexHull(points_, vertices);
+        slot = RegionCPtr(new gmRegion(vertices));
+    });
+    hull = *result;
 }
 
 void gmContour::fitEllipse(gmEllipse& ellipse, double& residual) const {

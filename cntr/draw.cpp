@@ -1,5 +1,6 @@
 #include "cntr/contour.h"
 #include "cntr/detail/edges.h"
+#include "cntr/region.h"
 
 void gmContour::draw(gmUITablet& tablet, gmContourDefs::DrawMode, const gmColor& color,
                      const gmUITablet::Layers& layers) const {
@@ -9,3 +10,5 @@ void gmContour::draw(gmUITablet& tablet, gmContourDefs::DrawMode, const gmColor&
         tablet.drawLineSeg({from.x(), from.y()}, {to.x(), to.y()}, color, layers);
     });
 }
+
+void gmRegion::draw(gmUITablet&, const gmColor&, const gmUITablet::Layers&) const {}

@@ -1,20 +1,27 @@
 // Every archive layout of the library and the registration of every class that archives hold.
 #include "cntr/contour.h"
 #include "cntr/defs.h"
+#include "cntr/region.h"
 
 namespace {
 
-/// What contours derived from before they carried a label. Old archives begin with its block; nothing else is left of
-/// it, and nothing refers to it, so that it needs no mark.
-class gmContourBase : public gmPersistent {
+/// What contours and regions derived from before they carried a label. Old archives begin with its block; nothing else
+/// is left of it, and nothing refers to it, so that it needs no mark.
+class OldBase : public gmPersistent {
   public:
+    OldBase(const char* file, int line) : file_(file), line_(line) {}
+
     void dispatchSerialize(gmArchive& archive) override {
         unsigned char version = 0;
         archive || version;
         if (version != 0)
-            throw gmArchive::UnknownVersion("cntr/contour", 894);
+            throw gmArchive::UnknownVersion(file_, line_);
         gmPersistent::dispatchSerialize(archive);
     }
+
+  private:
+    const char* file_;
+    int line_;
 };
 
 /// A vector block: a version byte 0, the number of elements and the elements.
@@ -28,6 +35,7 @@ void archiveBlock(gmArchive& archive, std::vector<T>& elements, std::size_t byte
 }
 
 constexpr std::size_t vertexBytes = 2 * sizeof(double);
+constexpr std::size_t handleBytes = sizeof(std::uint32_t);  // of an empty one
 
 }  // namespace
 
@@ -45,6 +53,7 @@ template <>
 gm_Instantiator gmContourDefs::NumberedError<gmContourDefs::RegionCannotBeSetOpen, 0x10004684>::sExemplar(
     typeid(gmContourDefs::RegionCannotBeSetOpen), gmContourDefs::RegionCannotBeSetOpen::make);
 gm_Instantiator gmContour::sExemplar(typeid(gmContour), gmContour::make);
+gm_Instantiator gmRegion::sExemplar(typeid(gmRegion), gmRegion::make);
 
 // ----- Errors
 
@@ -92,27 +101,62 @@ void gmContour::serialize_(gmArchive& archive, unsigned char version) {
     // Dropped before and after: a load that is refused half-way leaves new members, which no old answer fits.
     if (!archive.isStoring())
         cleanCacheInfo();
-    unsigned long label = label_;
-    long cachedVectorSize = cachedVectorSize_;
     if (version == 1) {
+        unsigned long label = label_;
         gmPersistent::dispatchSerialize(archive);
         archive || label;
         label_ = static_cast<std::uint32_t>(label);
         archive || closed_;
         archiveBlock(archive, points_, vertexBytes);
+        archiveCachedVectorSize(archive);
     } else {
-        gmContourBase().dispatchSerialize(archive);
-        archiveBlock(archive, points_, vertexBytes);
-        unsigned char unused = 0;
-        archive || unused;
-    }
-    archive || cachedVectorSize;
-    if (cachedVectorSize < 0)
-        throw gmArchive::Malformed("a negative cachedVectorSize");
-    cachedVectorSize_ = static_cast<std::int32_t>(cachedVectorSize);
-    if (version == 0) {
+        OldBase("cntr/contour", 894).dispatchSerialize(archive);
+        archiveUnlabelled(archive);
         archive || closed_;
-        label_ = 0;
+    }
+    if (!archive.isStoring())
+        cleanCacheInfo();
+}
+
+void gmContour::archiveUnlabelled(gmArchive& archive) {
+    archiveBlock(archive, points_, vertexBytes);
+    unsigned char unused = 0;
+    archive || unused;
+    archiveCachedVectorSize(archive);
+    label_ = 0;
+}
+
+void gmContour::archiveCachedVectorSize(gmArchive& archive) {
+    long size = cachedVectorSize_;
+    archive || size;
+    if (size < 0)
+        throw gmArchive::Malformed("a negative cachedVectorSize");
+    cachedVectorSize_ = static_cast<std::int32_t>(size);
+}
+
+// ----- Region
+
+gmPersistent* gmRegion::make() {
+    return new gmRegion;
+}
+
+void gmRegion::dispatchSerialize(gmArchive& archive) {
+    archiveOnce(archive, this, sizeof *this, 1, [&](unsigned char version) { gmRegion::serialize_(archive, version); });
+}
+
+void gmRegion::serialize_(gmArchive& archive, unsigned char version) {
+    if (version > 1)
+        throw gmArchive::UnknownVersion("cntr/region", 819);
+    // Dropped before and after: a load that is refused half-way leaves new members, which no old answer fits.
+    if (!archive.isStoring())
+        cleanCacheInfo();
+    if (version == 1) {
+        gmContour::dispatchSerialize(archive);
+        archiveBlock(archive, holes_, handleBytes);
+    } else {
+        OldBase("cntr/region", 0).dispatchSerialize(archive);
+        archiveUnlabelled(archive);
+        gmContour::isClosed(false);
     }
     if (!archive.isStoring())
         cleanCacheInfo();

@@ -7,6 +7,7 @@
 #include "cntr/detail/cached.h"
 #include "cntr/detail/keyedcache.h"
 #include "cntr/detail/vertexgrid.h"
+#include "cntr/regionptr.h"
 #include "foundation/math/vector.h"
 #include "foundation/math/xform.h"
 #include "foundation/shapes/circle.h"
@@ -49,6 +50,7 @@ struct ContourCaches {
     Cached<gmVector<2>> meanPosition;
     Cached<double> length;
     std::array<Cached<gmCircle>, 2> encloseCircle;  // by DiameterMode
+    Cached<RegionCPtr> convexHull;
     Cached<EllipseFit> fitEllipse;
     Cached<bool> isSelfIntersecting;
     Cached<Edges> edges;
@@ -62,6 +64,7 @@ struct ContourCaches {
         length.invalidate();
         for (auto& circle : encloseCircle)
             circle.invalidate();
+        convexHull.invalidate();
         fitEllipse.invalidate();
         isSelfIntersecting.invalidate();
         edges.invalidate();

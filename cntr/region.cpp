@@ -1,0 +1,115 @@
+#include "cntr/region.h"
+
+#include <new>
+#include <utility>
+
+namespace {
+
+/// Holes whose owners are being destroyed, on a thread that is at it.
+thread_local std::vector<RegionCPtr>* orphans = nullptr;
+
+/// Lets go of the holes of a region that ends. The regions that end with them hand their own holes over to the
+/// outermost one, which goes on until there are none: nesting costs no stack.
+void release(std::vector<RegionCPtr>& holes) {
+    if (orphans) {
+        try {
+            orphans->insert(orphans->end(), holes.begin(), holes.end());
+        } catch (const std::bad_alloc&) {
+            // Without memory for the list, these end one inside the other.
+        }
+        return;
+    }
+    orphans = &holes;
+    while (!holes.empty()) {
+        const RegionCPtr hole = std::move(holes.back());
+        holes.pop_back();
+    }
+    orphans = nullptr;
+}
+
+}  // namespace
+
+gmRegion::gmRegion(const std::vector<gmVector<2>>& points, gmContourDefs::IntersectionMode mode)
+    : gmContour(points, true) {
+    applyMode(mode);
+}
+
+gmRegion::gmRegion(const gmContour& contour, gmContourDefs::IntersectionMode mode) : gmContour(contour) {
+    applyMode(mode);
+}
+
+gmRegion::gmRegion(const gmPolygon& polygon, gmContourDefs::IntersectionMode mode) : gmContour(polygon) {
+    applyMode(mode);
+}
+
+gmRegion::gmRegion(const gmRegion& other) : gmPersistent(), gmRepBase(), gmContour() {
+    *this = other;
+}
+
+gmRegion& gmRegion::operator=(const gmRegion& other) {
+    if (this == &other)
+        return *this;
+    // What is replaced ends last: it may be what keeps the other region alive.
+    std::vector<RegionCPtr> holes = other.holes_;
+    detail::RegionCaches caches = other.caches_;
+    caches_.invalidate();  // memory may run out on the way: no old answer may meet the new outline
+    gmContour::operator=(other);
+    std::swap(holes_, holes);
+    std::swap(caches_, caches);
+    return *this;
+}
+
+gmRegion::~gmRegion() {
+    release(holes_);
+}
+
+bool gmRegion::operator==(const gmRegion& other) const {
+    return gmContour::operator==(other);
+}
+
+void gmRegion::holes(const std::vector<RegionCPtr>& newHoles) {
+    cleanCacheInfo();
+    makeDataConsistentWithPoints();
+    for (const RegionCPtr& hole : newHoles)
+        if (!intersections(*hole, false).empty())
+            throw gmContourDefs::BadParams("holes cannot intersect region");
+    holes_ = newHoles;
+}
+
+void gmRegion::holes(const std::vector<gmPtrHandle<gmRegion>>& newHoles) {
+    holes(std::vector<RegionCPtr>(newHoles.begin(), newHoles.end()));
+}
+
+void gmRegion::isClosed(bool closed) {
+    if (!closed)
+        throw gmContourDefs::RegionCannotBeSetOpen();
+}
+
+void gmRegion::map(const gmXform<2>& xform, gmRegion& out) const {
+    std::vector<gmVector<2>> mapped;
+    mapped.reserve(points().size());
+    for (const gmVector<2>& point : points())
+        mapped.push_back(xform * point);
+    const unsigned long mappedLabel = label();
+    out = gmRegion(mapped);
+    out.label(mappedLabel);
+}
+
+void gmRegion::checkEmptyContour() const {
+    if (points().size() < 3)
+        throw gmContourDefs::EmptyContour();
+}
+
+void gmRegion::cleanCacheInfo() {
+    gmContour::cleanCacheInfo();
+    caches_.invalidate();
+}
+
+void gmRegion::applyMode(gmContourDefs::IntersectionMode mode) {
+    // The outline may have been open before: what it remembered then lacks the closing edge.
+    gmRegion::cleanCacheInfo();
+    if (mode == gmContourDefs::eOuterHull)
+        outerHull(*this);
+    else if (mode == gmContourDefs::eRegularize)
+        regularize(*this);
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "foundation/object/handle.h"
+
+class gmRegion;
+
+/// A shared region that nobody changes: what holds the holes of a region, and the results that shapes keep.
+using RegionCPtr = gmPtrHandle_const<gmRegion>;
