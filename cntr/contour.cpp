@@ -1,6 +1,7 @@
 #include "cntr/contour.h"
 
 #include <limits>
+#include <utility>
 
 #include "cntr/detail/edges.h"
 #include "cntr/detail/tolerances.h"
@@ -78,12 +79,14 @@ gmContour::gmContour(const gmContour& other) = default;
 gmContour& gmContour::operator=(const gmContour& other) {
     if (this == &other)
         return *this;
-    caches_.invalidate();  // memory may run out on the way: no old answer may meet the new vertices
-    points_ = other.points_;
+    // Memory may run out here, and not below: no old answer may meet the new vertices.
+    std::vector<gmVector<2>> points = other.points_;
+    detail::ContourCaches caches = other.caches_;
+    points_ = std::move(points);
     label_ = other.label_;
     closed_ = other.closed_;
     cachedVectorSize_ = other.cachedVectorSize_;
-    caches_ = other.caches_;
+    std::swap(caches_, caches);
     return *this;
 }
 

@@ -49,10 +49,10 @@ gmRegion::gmRegion(const gmRegion& other) : gmPersistent(), gmRepBase(), gmConto
 gmRegion& gmRegion::operator=(const gmRegion& other) {
     if (this == &other)
         return *this;
-    // What is replaced ends last: it may be what keeps the other region alive.
+    // Memory may run out before the first change, and not after it. What is replaced ends last: it may be what keeps the
+    // other region alive.
     std::vector<RegionCPtr> holes = other.holes_;
     detail::RegionCaches caches = other.caches_;
-    caches_.invalidate();  // memory may run out on the way: no old answer may meet the new outline
     gmContour::operator=(other);
     std::swap(holes_, holes);
     std::swap(caches_, caches);

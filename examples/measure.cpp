@@ -12,4 +12,9 @@ int main() {
     std::cout << "size     " << part.encloseRect(gmXform<2>::I).size().x() << '\n';
     std::cout << "diameter " << part.diameter(gmContourDefs::eMaxVertexPair) << '\n';
     std::cout << "distance " << part.distToPoint({40, 40}, false) << '\n';
+
+    gmRegion plate(part);
+    plate.holes(std::vector<RegionCPtr>{RegionCPtr(new gmRegion({{5, 5}, {15, 5}, {15, 15}, {5, 15}}))});
+    std::cout << "material " << plate.area(true) << '\n';
+    std::cout << "drilled  " << (plate.inside({10, 10}, true) ? "no" : "yes") << '\n';
 }

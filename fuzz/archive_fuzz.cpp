@@ -1,5 +1,5 @@
-// Bytes as an archive of a contour and a transform: they are refused with an error of the archive's, or what they hold
-// can be asked everything and comes back from an archive of its own with the same bytes.
+// Bytes as an archive of a contour, a transform and a region: they are refused with an error of the archive's, or what
+// they hold can be asked everything and comes back from an archive of its own with the same bytes.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -10,17 +10,23 @@
 
 namespace {
 
-std::string stored(gmContour& contour, gmPtrHandle<gm2XformBase>& xform) {
+struct Shapes {
+    gmContour contour;
+    gmPtrHandle<gm2XformBase> xform;
+    gmRegion region;
+};
+
+std::string stored(Shapes& shapes) {
     std::ostringstream out;
     gmArchive archive(out);
-    archive || contour || xform;
+    archive || shapes.contour || shapes.xform || shapes.region;
     return out.str();
 }
 
-void load(const std::string& bytes, gmContour& contour, gmPtrHandle<gm2XformBase>& xform) {
+void load(const std::string& bytes, Shapes& shapes) {
     std::istringstream in(bytes);
     gmArchive archive(in);
-    archive || contour || xform;
+    archive || shapes.contour || shapes.xform || shapes.region;
 }
 
 void ask(const gmContour& contour, const gmXform<2>& xform) {
@@ -38,27 +44,51 @@ void ask(const gmContour& contour, const gmXform<2>& xform) {
     contour.meanPosition();
 }
 
+/// Runs the question; that the library refuses it is an answer.
+template <class Question>
+void attempt(Question question) {
+    try {
+        question();
+    } catch (const gmContourDefs::Errors&) {
+        // Too few vertices, say, or an outline that cannot be cleaned up.
+    } catch (const gmBadPointer&) {
+        // A hole that was no region.
+    }
+}
+
+void ask(const gmRegion& region) {
+    const gmVector<2> point(1.0, 2.0);
+    gmRegion result;
+    attempt([&] { region.inside(point, true); });
+    attempt([&] { region.distToPoint(point, false, true, true); });
+    attempt([&] { region.intersections(gmLineSeg(point, {-3.0, 5.0}), false, true); });
+    attempt([&] { region.area(true); });
+    attempt([&] { region.centerOfMass(true); });
+    attempt([&] { region.inertiaMatrix(false); });
+    attempt([&] { region.regularize(result); });
+    attempt([&] { region.outerHull(result); });
+    attempt([&] { region.convexHull(result); });
+    attempt([&] { result = region; });
+    attempt([&] { result.holes(region.holes()); });
+    attempt([&] { result.regularize(result); });
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    gmContour contour;
-    gmPtrHandle<gm2XformBase> xform;
+    Shapes shapes;
     try {
-        load(std::string(data, data + size), contour, xform);
+        load(std::string(data, data + size), shapes);
     } catch (const gmArchive::Errors&) {
         return 0;
     }
-    try {
-        ask(contour, xform.isNull() ? gmXform<2>::I : xform->linearXform());
-    } catch (const gmContourDefs::Errors&) {
-        // A contour without vertices refuses its queries.
-    }
+    attempt([&] { ask(shapes.contour, shapes.xform.isNull() ? gmXform<2>::I : shapes.xform->linearXform()); });
+    ask(shapes.region);
 
-    const std::string once = stored(contour, xform);
-    gmContour again;
-    gmPtrHandle<gm2XformBase> xformAgain;
-    load(once, again, xformAgain);
-    if (stored(again, xformAgain) != once)
+    const std::string once = stored(shapes);
+    Shapes again;
+    load(once, again);
+    if (stored(again) != once)
         std::abort();
     return 0;
 }

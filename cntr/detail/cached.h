@@ -11,14 +11,9 @@ class Cached {
   public:
     Cached() = default;
     Cached(const Cached&) = default;
-    Cached& operator=(const Cached& other) {
-        if (this != &other) {
-            valid_ = false;  // stays so if the value cannot be copied
-            value_ = other.value_;
-            valid_ = other.valid_;
-        }
-        return *this;
-    }
+    Cached(Cached&&) noexcept = default;
+    Cached& operator=(const Cached&) = delete;  // a copy is made first and then moved here: that cannot fail half-way
+    Cached& operator=(Cached&&) noexcept = default;
     ~Cached() = default;
 
     bool isValid() const { return valid_; }

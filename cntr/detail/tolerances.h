@@ -6,8 +6,8 @@ namespace detail {
 /// Coordinate units, per component: vertices, transforms and axis directions this close are the same.
 constexpr double sameValue = 1e-15;
 
-/// Coordinate units: how close a crossing must lie to both segments, and how close to an end point an edge touches
-/// it.
+/// Coordinate units: how close a crossing must lie to both segments, how close to an end point an edge touches it, and
+/// how close to a vertex a point or another vertex is at the same place.
 constexpr double touching = 1e-6;
 
 /// Coordinate units: how much farther than the base line itself the base segment may lie from a triangle's corner

@@ -1,82 +1,21 @@
-// What a contour is when memory runs out. Replaces the global operator new, so it is a program of its own.
+// What a contour is when memory runs out.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "tests/support/allocations.h"
 #include "tests/support/consistent.h"
 #include "tests/support/queries.h"
 #include "tests/support/testcontour.h"
 
-namespace {
-
-thread_local bool watching = false;
-thread_local long allocations = 0;
-thread_local long failing = -1;
-
-void* allocate(std::size_t size) {
-    if (watching && allocations++ == failing)
-        throw std::bad_alloc();
-    if (void* memory = std::malloc(size == 0 ? 1 : size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    return allocate(size);
-}
-void* operator new[](std::size_t size) {
-    return allocate(size);
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-
+using support::allocationsOf;
+using support::interruptedAt;
 using support::RememberedQuery;
 using support::TestContour;
 
 namespace {
-
-/// How many allocations the action makes.
-template <class Action>
-long allocationsOf(Action action) {
-    allocations = 0;
-    failing = -1;
-    watching = true;
-    action();
-    watching = false;
-    return allocations;
-}
-
-/// Runs the action with its allocation number `which` failing; whether it came that far.
-template <class Action>
-bool interruptedAt(long which, Action action) {
-    allocations = 0;
-    failing = which;
-    watching = true;
-    try {
-        action();
-    } catch (const std::bad_alloc&) {
-    }
-    watching = false;
-    return allocations > which;
-}
-
-constexpr long enough = 2000;
 
 TestContour square() {
     return TestContour(support::points("0 0, 4 0, 4 4, 0 4"), true);
@@ -91,7 +30,7 @@ TEST_P(InterruptedQuery, AnswersCorrectlyAfterwards) {
     const auto ask = GetParam().ask;
     const std::string expected = ask(square());
     for (long which = 0;; which++) {
-        ASSERT_LT(which, enough);
+        ASSERT_LT(which, support::enoughAllocations);
         const TestContour contour = square();
         const bool interrupted = interruptedAt(which, [&] { ask(contour); });
         EXPECT_EQ(ask(contour), expected) << "allocation " << which;
@@ -106,7 +45,7 @@ TEST_P(InterruptedQuery, AnswersForTheNewPointsAfterAChange) {
     const reference::Points changed = support::points("0 0, 4 0, 2 -5, 0 4");
     const std::string expected = ask(TestContour(changed, true));
     for (long which = 0;; which++) {
-        ASSERT_LT(which, enough);
+        ASSERT_LT(which, support::enoughAllocations);
         TestContour contour = square();
         ask(contour);
         contour.points(changed);
@@ -131,7 +70,7 @@ template <class Change>
 void expectUsableWhereverInterrupted(Change change) {
     for (long which = 0;; which++) {
         SCOPED_TRACE("allocation " + std::to_string(which));
-        ASSERT_LT(which, enough);
+        ASSERT_LT(which, support::enoughAllocations);
         TestContour contour = asked("0 0, 4 0, 4 4, 0 4");
         const bool interrupted = interruptedAt(which, [&] { change(contour); });
         support::expectConsistent(contour);
@@ -170,7 +109,7 @@ TEST(InterruptedChange, ByMapLeavesAUsableTarget) {
 TEST(InterruptedCopy, LeavesTheOriginalAlone) {
     const TestContour source = asked("0 0, 4 0, 4 4, 0 4");
     for (long which = 0;; which++) {
-        ASSERT_LT(which, enough);
+        ASSERT_LT(which, support::enoughAllocations);
         const bool interrupted = interruptedAt(which, [&] { TestContour(source).label(1); });
         EXPECT_EQ(source, square());
         if (!interrupted)
@@ -183,7 +122,7 @@ TEST(InterruptedEviction, KeepsEveryOtherEntry) {
     const auto shift = [](int x) { return gmXform<2>(gmMatrix<2>(1, 0, 0, 1), {double(x), 0}); };
     bool more = true;
     for (long which = 0; more; which++) {
-        ASSERT_LT(which, enough);
+        ASSERT_LT(which, support::enoughAllocations);
         // A thread of its own: the first eviction also makes the thread's generator.
         std::thread([&] {
             const TestContour contour = square();

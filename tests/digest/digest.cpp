@@ -7,6 +7,7 @@
 
 #include "cntr/contour.h"
 #include "cntr/inertia.h"
+#include "cntr/region.h"
 
 namespace {
 
@@ -63,6 +64,24 @@ void addContour(Digest& digest, const std::vector<gmVector<2>>& points, bool clo
         digest.add(moments.inertiaMatrix() * gmVector<2>(1.0, row));
 }
 
+/// What clean-up makes of the outline; which way an edge's two sides lie asks for angles, but of them only the answer.
+void addRegion(Digest& digest, const std::vector<gmVector<2>>& points) {
+    const gmRegion region(points);
+    gmRegion cleaned;
+    try {
+        region.regularize(cleaned);
+        for (const gmVector<2>& vertex : cleaned.points())
+            digest.add(vertex);
+        region.outerHull(cleaned);
+        for (const gmVector<2>& vertex : cleaned.points())
+            digest.add(vertex);
+    } catch (const gmContourDefs::Errors& error) {
+        digest.add(static_cast<double>(error.errorNumber()));
+    }
+    region.convexHull(cleaned);
+    digest.add(static_cast<double>(cleaned.points().size()));
+}
+
 }  // namespace
 
 int main() {
@@ -74,6 +93,7 @@ int main() {
             points.push_back(position(engine));
         const bool closed = engine() % 2 == 0;
         addContour(digest, points, closed, engine);
+        addRegion(digest, points);
     }
     std::printf("%016llx\n", static_cast<unsigned long long>(digest.value()));
 }

@@ -5,6 +5,10 @@
 
 int main() {
     const gmContour contour({{0.0, 0.0}, {4.0, 0.0}, {4.0, 3.0}}, true);
+    gmRegion region(contour);
+    region.holes(std::vector<RegionCPtr>{RegionCPtr(new gmRegion({{3.0, 1.0}, {3.5, 1.0}, {3.5, 2.0}}))});
+    if (region.area(true) != 5.75)
+        return 1;
     try {
         gmContour().meanPosition();  // the error's type information must come across the library's border
     } catch (const gmContourDefs::Errors& error) {
