@@ -42,7 +42,7 @@ gmRegion::gmRegion(const gmPolygon& polygon, gmContourDefs::IntersectionMode mod
     applyMode(mode);
 }
 
-gmRegion::gmRegion(const gmRegion& other) : gmPersistent(), gmRepBase(), gmContour() {
+gmRegion::gmRegion(const gmRegion& other) : gmRegion() {
     *this = other;
 }
 

@@ -1,3 +1,4 @@
+#include <cstdint>
 #include <cstring>
 #include <optional>
 
@@ -26,7 +27,12 @@ struct Step {
     }
 
   private:
-    static bool sameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+    static bool sameBits(double a, double b) { return bitsOf(a) == bitsOf(b); }
+    static std::uint64_t bitsOf(double value) {
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, &value, sizeof bits);
+        return bits;
+    }
 };
 
 /// Notices that a sequence, in which each step follows from the one before, has run into a cycle. Remembers one step
@@ -116,11 +122,21 @@ void dropNested(RegionList& regions) {
             ++i;
 }
 
+/// The box around everything that may touch a vertex of the region.
+gmRect reachOf(const gmRegion& region) {
+    const gmRect box = region.encloseRect(gmXform<2>::I);
+    const gmVector<2> margin(2.0 * detail::touching, 2.0 * detail::touching);
+    return gmRect(box.lower() - margin, {}).enclose(gmRect(box.upper() + margin, {}));
+}
+
 /// If a vertex of `a` touches one of `b`: the loop around a from there, and then around b from there.
 std::optional<Loop> join(const gmRegion& a, const gmRegion& b) {
     const Loop& aLoop = a.points();
     const Loop& bLoop = b.points();
+    const gmRect reach = reachOf(b);
     for (std::size_t k = 0; k < aLoop.size(); ++k) {
+        if (!reach.within(aLoop[k]))
+            continue;
         const std::vector<int> touching = b.vertexIndex(aLoop[k], detail::touching);
         if (touching.empty())
             continue;

@@ -15,14 +15,8 @@ class MOKSTD_API gmPtrHandleBase_const : public gm_PtrHandleBase_RepAccessor {
     explicit gmPtrHandleBase_const(const T* object) : object_(object) { acquire(object_); }
     gmPtrHandleBase_const(const gmPtrHandleBase_const& other) : gmPtrHandleBase_const(other.object_) {}
     gmPtrHandleBase_const(gmPtrHandleBase_const&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
-    gmPtrHandleBase_const& operator=(const gmPtrHandleBase_const& other) {
-        gmPtrHandleBase_const copy(other);
-        std::swap(object_, copy.object_);
-        return *this;
-    }
-    gmPtrHandleBase_const& operator=(gmPtrHandleBase_const&& other) noexcept {
-        gmPtrHandleBase_const taken(std::move(other));
-        std::swap(object_, taken.object_);
+    gmPtrHandleBase_const& operator=(gmPtrHandleBase_const other) noexcept {
+        std::swap(object_, other.object_);
         return *this;
     }
     ~gmPtrHandleBase_const() override { release(object_); }
