@@ -147,8 +147,9 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     /// Deliberate: a traced result has no holes, whatever the region had; its label is 0, its cachedVectorSize 3.
     ///
     /// Method: from an edge that has nothing on one side, along the outline; at every crossing, turn into the crossing
-    /// edge and go on in the other direction. What that visits is the boundary where edges cross in their middles;
-    /// where an outline passes through its own vertices or along its own edges it is whatever it is.
+    /// edge and go on in the other direction, until it is back. Of an outline that crosses itself in a few clear places
+    /// that is all of it; one that winds around an area many times may come back early and lose large parts, and what
+    /// comes of one that passes through its own vertices is not to be relied on.
     /// Throws: gmContourDefs::BadParams "invalid contour" when no edge qualifies as a start, or the trace never comes
     /// back to it; `out` is as it was. Cost: O(n * n) for the start at the worst, O(n) for each traced vertex; later
     /// that of a copy.

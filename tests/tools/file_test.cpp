@@ -6,8 +6,10 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "tests/tools/support.h"
+#include "tools/io/wkt.h"
 
 namespace {
 
@@ -141,6 +143,23 @@ TEST_F(PendingFileTest, KnowsTheSameFileUnderTwoNames) {
     EXPECT_TRUE(mokshape::isSameFile(path("a"), path("./a")));
     EXPECT_FALSE(mokshape::isSameFile(path("a"), path("b")));
     EXPECT_FALSE(mokshape::isSameFile(path("a"), path("missing")));
+}
+
+TEST_F(PendingFileTest, KnowsTheSameFileBeforeItIsThere) {
+    EXPECT_TRUE(mokshape::isSameFile(path("new"), path("./new")));
+    EXPECT_FALSE(mokshape::isSameFile(path("new"), path("newer")));
+    std::filesystem::create_symlink("new", path("link"));
+    EXPECT_TRUE(mokshape::isSameFile(path("link"), path("new")));
+    EXPECT_TRUE(mokshape::isSameFile("new-in-the-working-folder", "./new-in-the-working-folder"));
+}
+
+TEST(TextFor, IsOfTheFormThatTheExtensionAsksFor) {
+    const std::vector<mokshape::Outline> outlines = mokshape::readWkt(wkt);
+    EXPECT_EQ(mokshape::textFor("a.wkt", outlines), "LINESTRING (0 0, 1 2)\n");
+    for (const char* name : {"a.geojson", "a.wkt.json"})
+        EXPECT_THAT(mokshape::textFor(name, outlines), HasSubstr("FeatureCollection"));
+    EXPECT_EQ(fileErrorOf([&] { mokshape::textFor("wkt", outlines); }),
+              "wkt: the name must end in .geojson, .json or .wkt, so that it tells what to write");
 }
 
 }  // namespace

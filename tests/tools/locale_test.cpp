@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
+#include "tests/tools/support.h"
 #include "tools/io/geojson.h"
 #include "tools/io/wkt.h"
-#include "tools/mokshape/progress.h"
 #include "tools/mokshape/report.h"
 
 namespace {
@@ -23,9 +23,7 @@ std::string roundTrip(bool asWkt, Format format) {
     std::ostringstream out;
     mokshape::writeGeoJson(out, outlines);
     mokshape::writeWkt(out, outlines);
-    std::ostringstream nowhere;
-    mokshape::Progress progress(nowhere, false);
-    mokshape::writeReport(out, format, {mokshape::measure({"a", std::move(outlines)}, progress)});
+    mokshape::writeReport(out, format, {support::measured(support::taken("a", std::move(outlines)))});
     return out.str();
 }
 

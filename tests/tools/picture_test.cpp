@@ -13,9 +13,7 @@
 
 #include "tests/tools/support.h"
 #include "tools/io/text.h"
-#include "tools/io/wkt.h"
 #include "tools/mokshape/panels.h"
-#include "tools/mokshape/progress.h"
 
 namespace {
 
@@ -86,10 +84,8 @@ TEST(Panels, GiveAPointAndAStraightLineRoom) {
     EXPECT_TRUE(layOut({}).empty());
 }
 
-MeasuredFile measured(const std::string& wkt) {
-    std::ostringstream nowhere;
-    mokshape::Progress progress(nowhere, false);
-    return mokshape::measure({"a.wkt", mokshape::readWkt(wkt)}, progress);
+MeasuredFile measured(const std::string& wkt, gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep) {
+    return support::measured(support::taken(wkt, mode));
 }
 
 std::string picture(const std::vector<MeasuredFile>& files) {
@@ -108,12 +104,13 @@ std::size_t countOf(const std::string& text, const std::string& part) {
 const std::string outlineColor = "stroke=\"#1f3654\"";
 const std::string holeColor = "stroke=\"#7a92ad\"";
 const std::string crossingColor = "stroke=\"#c4302b\"";
+const std::string replacedColor = "stroke=\"#f0bab4\"";
 const std::string boxColor = "stroke=\"#cdbe96\"";
 const std::string ellipseColor = "stroke=\"#269686\"";
 const std::string centreColor = "stroke=\"#e06c28\"";
 
 TEST(Picture, DrawsOutlinesBelowTheirMeasures) {
-    const std::string svg = picture({measured("POLYGON((2 0,6 0,8 2,8 6,6 8,2 8,0 6,0 2,2 0),(1 1,2 1,2 2,1 1))")});
+    const std::string svg = picture({measured("POLYGON((2 0,6 0,8 2,8 6,6 8,2 8,0 6,0 2,2 0),(3 3,4 3,4 4,3 3))")});
     const std::size_t overlay = svg.find("<g id=\"overlay\"");
     ASSERT_NE(overlay, std::string::npos);
     const std::string below = svg.substr(0, overlay);
@@ -158,6 +155,73 @@ TEST(Picture, RefusesOutlinesBeyondTheRangeOfNumbers) {
     const std::string error = "a.wkt: the outlines are too large to draw";
     EXPECT_EQ(support::fileErrorOf([] { picture({measured("LINESTRING(-1e308 0,1e308 0)")}); }), error);
     EXPECT_EQ(support::fileErrorOf([] { picture({measured("LINESTRING(0 0,1e305 0)")}); }), error);
+}
+
+TEST(Picture, ShowsFaintlyWhatWasCleanedAndOverItWhatBecameOfIt) {
+    const std::string svg =
+        picture({measured("POLYGON((0 0,4 4,4 0,0 4,0 0));POLYGON((9 0,9 4,5 2,9 0))", gmContourDefs::eRegularize)});
+    EXPECT_EQ(countOf(svg, replacedColor), 1u);
+    EXPECT_EQ(countOf(svg, crossingColor), 0u);
+    EXPECT_EQ(countOf(svg, outlineColor), 2u);
+    EXPECT_LT(svg.find(replacedColor), svg.find(outlineColor));
+}
+
+TEST(Picture, MarksAHoleThatCrossesItselfAndNotItsOutline) {
+    const std::string svg = picture({measured("POLYGON((0 0,9 0,9 9,0 9,0 0),(2 2,4 4,4 2,2 4,2 2))")});
+    EXPECT_EQ(countOf(svg, crossingColor), 1u);
+    EXPECT_EQ(countOf(svg, outlineColor), 1u);
+    EXPECT_EQ(countOf(svg, holeColor), 0u);
+}
+
+TEST(Picture, HasRoomForWhatWasCleaned) {
+    MeasuredFile file = measured("POLYGON((0 0,1 0,1 1,0 0))");
+    file.regions.replaced = support::taken("POLYGON((0 0,400 0,400 400,0 0))").file.outlines;
+    const std::string svg = picture({file});
+    std::smatch box;
+    ASSERT_TRUE(std::regex_search(svg, box, std::regex("viewBox=\"\\S+ \\S+ (\\S+) (\\S+)\"")));
+    EXPECT_LT(mokshape::parseNumber(box.str(1)).value(), 1000.0);
+}
+
+std::string beforeAndAfter(const std::string& wkt) {
+    const mokshape::OutlineFile before = support::taken(wkt).file;
+    std::ostringstream out;
+    mokshape::writeBeforeAndAfter(out, before, support::taken(wkt, gmContourDefs::eRegularize));
+    return out.str();
+}
+
+/// The x of the first point of each path of this colour.
+std::vector<double> startsOf(const std::string& svg, const std::string& color) {
+    std::vector<double> xs;
+    const std::regex path(color + " d=\"M([^ ,L]+)");
+    for (std::sregex_iterator it(svg.begin(), svg.end(), path), end; it != end; ++it)
+        xs.push_back(mokshape::parseNumber((*it).str(1)).value());
+    return xs;
+}
+
+TEST(BeforeAndAfter, ShowsTheCleanedOutlineRightOfWhatItWas) {
+    // Wide: even so the two stand beside each other.
+    const std::string svg =
+        beforeAndAfter("POLYGON((0 0,90 4,90 0,0 4,0 0),(95 0,96 0,96 1,95 0));LINESTRING(0 5,90 5)");
+    const std::vector<double> crossing = startsOf(svg, crossingColor);
+    const std::vector<double> plain = startsOf(svg, outlineColor);
+    const std::vector<double> holes = startsOf(svg, holeColor);
+    ASSERT_EQ(crossing.size(), 1u);
+    ASSERT_EQ(plain.size(), 3u);
+    ASSERT_EQ(holes.size(), 2u);
+    EXPECT_LT(plain[0], 700.0);
+    EXPECT_LT(crossing[0], 700.0);
+    EXPECT_GT(plain[1], 700.0);
+    EXPECT_GT(plain[2], 700.0);
+    EXPECT_GT(holes[1], holes[0] + 600.0);
+}
+
+TEST(BeforeAndAfter, OfNothingIsAnEmptyPicture) {
+    EXPECT_THAT(beforeAndAfter("POLYGON EMPTY"), Not(HasSubstr("<path")));
+}
+
+TEST(BeforeAndAfter, RefusesOutlinesBeyondTheRangeOfNumbers) {
+    EXPECT_EQ(support::fileErrorOf([] { beforeAndAfter("LINESTRING(0 0,1e305 0)"); }),
+              "a.wkt: the outlines are too large to draw");
 }
 
 }  // namespace

@@ -8,10 +8,10 @@
 #include <string>
 #include <utility>
 
+#include "tests/tools/support.h"
 #include "tools/io/geojson.h"
 #include "tools/io/text.h"
 #include "tools/io/wkt.h"
-#include "tools/mokshape/progress.h"
 #include "tools/mokshape/table.h"
 
 namespace {
@@ -23,10 +23,9 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-MeasuredFile measured(const std::string& name, std::vector<mokshape::Outline> outlines) {
-    std::ostringstream nowhere;
-    mokshape::Progress progress(nowhere, false);
-    return mokshape::measure({name, std::move(outlines)}, progress);
+MeasuredFile measured(const std::string& name, std::vector<mokshape::Outline> outlines,
+                      gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep) {
+    return support::measured(support::taken(name, std::move(outlines), mode));
 }
 
 std::string report(Format format, const std::vector<MeasuredFile>& files) {
@@ -37,42 +36,38 @@ std::string report(Format format, const std::vector<MeasuredFile>& files) {
 
 constexpr const char* rectangleWithHole =
     R"({"type":"Feature","properties":{"label":1},"geometry":{"type":"Polygon","coordinates":
-    [[[1,1],[5,1],[5,4],[1,4],[1,1]],[[2,2],[3,2],[3,3],[2,2]]]}})";
-
-/// The end of an outline's CSV row, of numbers that depend on how the library rounds.
-std::string formatted(const char* json, std::size_t index) {
-    const mokshape::Measures m = measured("", mokshape::readGeoJson(json)).measures.at(index);
-    std::string row;
-    for (const double number :
-         {*m.length, *m.area, m.centre->x(), m.centre->y(), m.box->origin().x(), m.box->origin().y(), m.box->size().x(),
-          m.box->size().y(), *m.diameter, m.ellipse->ellipse.center().x(), m.ellipse->ellipse.center().y(),
-          2.0 * m.ellipse->ellipse.xRadius(), 2.0 * m.ellipse->ellipse.yRadius(), 0.0, m.ellipse->residual})
-        row += mokshape::formatNumber(number) + ',';
-    return row + "false\n";
-}
+    [[[1,1],[5,1],[5,4],[1,4],[1,1]],[[1.5,1.25],[3.5,1.25],[3.5,3.25],[1.5,3.25],[1.5,1.25]]]}})";
 
 TEST(TableReport, AlignsItsColumnsAndRounds) {
     EXPECT_EQ(
         report(Format::eTable, {measured("a.geojson", mokshape::readGeoJson(rectangleWithHole))}),
-        "                                     centre             bounding box                          ellipse        "
-        "self-\n"
-        "label   vertices  length    area       x      y       x      y  width height  diameter   major  minor angle  "
-        "crossing\n"
-        "1              4  14.000  12.000  3.0000 2.5000  1.0000 1.0000 4.0000 3.0000    5.0000  5.0000 5.0000   0.0  "
-        "no\n"
-        "1 hole         3   3.414   0.500  2.6667 2.3333  2.0000 2.0000 1.0000 1.0000    1.4142  1.4142 1.4142   0.0  "
-        "no\n"
+        "                                    centre                  with holes              bounding box              "
+        "  "
+        "          ellipse        self-\n"
+        "label  vertices  length    area       x      y  holes    area      x      y       x      y  width height  "
+        "diameter   major  minor angle  crossing\n"
+        "1             4  14.000  12.000  3.0000 2.5000      1  8.0000 3.2500 2.6250  1.0000 1.0000 4.0000 3.0000    "
+        "5.0000  5.0000 5.0000   0.0  no\n"
         "\n"
-        "2 outlines, 7 vertices, 0 self-crossing\n");
+        "1 outline, 4 vertices, 1 hole, 0 self-crossing\n");
 }
 
 TEST(TableReport, ShowsDashesForMissingMeasures) {
-    EXPECT_EQ(report(Format::eTable, {measured("a.wkt", mokshape::readWkt("POLYGON EMPTY"))}),
-              "                                        centre bounding box                   ellipse       self-\n"
-              "feature  label  vertices  length  area  x y  x y width height  diameter  major minor angle  crossing\n"
-              "1        0             0       -     -  - -  - -     -      -         -      -     -     -  no\n"
+    EXPECT_EQ(report(Format::eTable, {measured("a.wkt", mokshape::readWkt("POLYGON EMPTY;LINESTRING(0 0,3 4)"))}),
+              "                                            centre             with holes       bounding box            "
+              "        "
+              "     ellipse       self-\n"
+              "feature  label   vertices  length  area       x      y  holes  area x y       x      y  width height  "
+              "diameter "
+              " major minor angle  crossing\n"
+              "1        0              0       -     -       -      -      0     - - -       -      -      -      -    "
+              "     - "
+              "     -     -     -  no\n"
+              "2        0 line         2  5.0000     -  1.5000 2.0000      0     - - -  0.0000 0.0000 3.0000 4.0000    "
+              "5.0000 "
+              "     -     -     -  no\n"
               "\n"
-              "1 outline, 0 vertices, 0 self-crossing\n");
+              "2 outlines, 2 vertices, 0 holes, 0 self-crossing\n");
 }
 
 TEST(TableReport, NamesEachOfSeveralFilesAndCountsThemTogether) {
@@ -81,11 +76,12 @@ TEST(TableReport, NamesEachOfSeveralFilesAndCountsThemTogether) {
         Format::eTable, {measured("one.wkt", bowTie), measured("none\x1b.geojson", {}), measured("two.wkt", bowTie)});
     EXPECT_THAT(text, StartsWith("one.wkt\n"));
     EXPECT_THAT(text, HasSubstr("  yes\n\nnone?.geojson\n\ntwo.wkt\n"));
-    EXPECT_THAT(text, EndsWith("  yes\n\n2 outlines, 8 vertices, 2 self-crossing\n"));
+    EXPECT_THAT(text, EndsWith("  yes\n\n2 outlines, 8 vertices, 0 holes, 2 self-crossing\n"));
 }
 
 TEST(TableReport, OfNoOutlineIsItsSummary) {
-    EXPECT_EQ(report(Format::eTable, {measured("a.geojson", {})}), "0 outlines, 0 vertices, 0 self-crossing\n");
+    EXPECT_EQ(report(Format::eTable, {measured("a.geojson", {})}),
+              "0 outlines, 0 vertices, 0 holes, 0 self-crossing\n");
 }
 
 TEST(TableReport, NumbersPartsOfAFeature) {
@@ -95,17 +91,22 @@ TEST(TableReport, NumbersPartsOfAFeature) {
     EXPECT_THAT(text, HasSubstr("\n1.2      0 line "));
 }
 
+TEST(TableReport, TellsWhichOutlinesWereCleaned) {
+    const auto outlines = mokshape::readWkt("POLYGON((0 0,4 4,4 0,0 4,0 0));POLYGON((9 0,9 4,5 2,9 0))");
+    const std::string text = report(Format::eTable, {measured("a.wkt", outlines, gmContourDefs::eRegularize)});
+    EXPECT_THAT(text, HasSubstr("  cleaned\n2 "));
+    EXPECT_THAT(text, EndsWith("  no\n\n2 outlines, 9 vertices, 0 holes, 0 self-crossing, 1 cleaned\n"));
+}
+
 TEST(CsvReport, WritesNumbersThatRoundTripAndNothingForMissingOnes) {
     EXPECT_EQ(report(Format::eCsv, {measured("a.geojson", mokshape::readGeoJson(rectangleWithHole)),
                                     measured("b.wkt", mokshape::readWkt("LINESTRING(0 0,0.3 0.4);POLYGON EMPTY"))}),
-              "file,feature,part,ring,kind,label,closed,vertices,length,area,centre_x,centre_y,box_x,box_y,box_width,"
-              "box_height,diameter,ellipse_x,ellipse_y,ellipse_major,ellipse_minor,ellipse_angle,ellipse_residual,"
-              "self_crossing\n"
-              "a.geojson,1,1,1,outer,1,true,4,14,12,3,2.5,1,1,4,3,5,3,2.5,5,5,0,0,false\n"
-              "a.geojson,1,1,2,hole,1,true,3," +
-                  formatted(rectangleWithHole, 1) +
-                  "b.wkt,1,1,1,line,0,false,2,0.5,,0.15,0.2,0,0,0.3,0.4,0.5,,,,,,,false\n"
-                  "b.wkt,2,1,1,outer,0,true,0,,,,,,,,,,,,,,,,false\n");
+              "file,feature,part,kind,label,closed,vertices,length,area,centre_x,centre_y,holes,area_with_holes,"
+              "centre_with_holes_x,centre_with_holes_y,box_x,box_y,box_width,box_height,diameter,ellipse_x,ellipse_y,"
+              "ellipse_major,ellipse_minor,ellipse_angle,ellipse_residual,self_crossing,cleaned\n"
+              "a.geojson,1,1,polygon,1,true,4,14,12,3,2.5,1,8,3.25,2.625,1,1,4,3,5,3,2.5,5,5,0,0,false,false\n"
+              "b.wkt,1,1,line,0,false,2,0.5,,0.15,0.2,0,,,,0,0,0.3,0.4,0.5,,,,,,,false,false\n"
+              "b.wkt,2,1,polygon,0,true,0,,,,,0,,,,,,,,,,,,,,,false,false\n");
 }
 
 TEST(CsvReport, QuotesNamesAsSpreadsheetsExpect) {
@@ -114,29 +115,42 @@ TEST(CsvReport, QuotesNamesAsSpreadsheetsExpect) {
     EXPECT_THAT(report(Format::eCsv, {measured("a\nb", line)}), HasSubstr("\n\"a\nb\",1,"));
 }
 
+TEST(CsvReport, TellsWhichOutlinesWereCleaned) {
+    const auto bowTie = mokshape::readWkt("POLYGON((0 0,4 4,4 0,0 4,0 0))");
+    EXPECT_THAT(report(Format::eCsv, {measured("a.wkt", bowTie)}), EndsWith(",true,false\n"));
+    EXPECT_THAT(report(Format::eCsv, {measured("a.wkt", bowTie, gmContourDefs::eOuterHull)}),
+                EndsWith(",false,true\n"));
+}
+
 TEST(JsonReport, IsOneDocumentWithEveryMeasure) {
     const auto files = {measured("a.geojson", mokshape::readGeoJson(rectangleWithHole)),
                         measured("b.wkt", mokshape::readWkt("POLYGON EMPTY"))};
     const auto document = nlohmann::json::parse(report(Format::eJson, files));
-    EXPECT_EQ(document["outlines"].size(), 3u);
+    EXPECT_EQ(document["outlines"].size(), 2u);
     EXPECT_EQ(document["outlines"][0], nlohmann::json::parse(R"({
-        "file":"a.geojson","feature":1,"part":1,"ring":1,"kind":"outer","label":1,"closed":true,"vertices":4,
-        "length":14,"area":12,"centre":[3,2.5],"box":{"x":1,"y":1,"width":4,"height":3},"diameter":5,
-        "ellipse":{"centre":[3,2.5],"major":5,"minor":5,"angle":0,"residual":0},"selfCrossing":false})"));
-    EXPECT_EQ(document["outlines"][1]["kind"], "hole");
-    EXPECT_EQ(document["outlines"][2], nlohmann::json::parse(R"({
-        "file":"b.wkt","feature":1,"part":1,"ring":1,"kind":"outer","label":0,"closed":true,"vertices":0,
-        "length":null,"area":null,"centre":null,"box":null,"diameter":null,"ellipse":null,"selfCrossing":false})"));
-    EXPECT_EQ(document["summary"], nlohmann::json::parse(R"({"outlines":3,"vertices":7,"selfCrossing":0})"));
+        "file":"a.geojson","feature":1,"part":1,"kind":"polygon","label":1,"closed":true,"vertices":4,
+        "length":14,"area":12,"centre":[3,2.5],"holes":1,"areaWithHoles":8,"centreWithHoles":[3.25,2.625],
+        "box":{"x":1,"y":1,"width":4,"height":3},"diameter":5,
+        "ellipse":{"centre":[3,2.5],"major":5,"minor":5,"angle":0,"residual":0},
+        "selfCrossing":false,"cleaned":false})"));
+    EXPECT_EQ(document["outlines"][1], nlohmann::json::parse(R"({
+        "file":"b.wkt","feature":1,"part":1,"kind":"polygon","label":0,"closed":true,"vertices":0,
+        "length":null,"area":null,"centre":null,"holes":0,"areaWithHoles":null,"centreWithHoles":null,
+        "box":null,"diameter":null,"ellipse":null,"selfCrossing":false,"cleaned":false})"));
+    EXPECT_EQ(document["summary"],
+              nlohmann::json::parse(R"({"outlines":2,"vertices":4,"holes":1,"selfCrossing":0,"cleaned":0})"));
 }
 
 TEST(JsonReport, HoldsTheNumbersToTheBit) {
-    const auto files = {measured("a.geojson", mokshape::readGeoJson(rectangleWithHole))};
-    const auto hole = nlohmann::json::parse(report(Format::eJson, files))["outlines"][1];
-    const mokshape::Measures& expected = files.begin()->measures[1];
-    EXPECT_EQ(hole["length"].get<double>(), expected.length);
-    EXPECT_EQ(hole["centre"][0].get<double>(), expected.centre->x());
-    EXPECT_EQ(hole["ellipse"]["residual"].get<double>(), expected.ellipse->residual);
+    const char* const triangle = "POLYGON((1 1,5 1,5 4,1 1),(3 1.7,4 1.9,4.5 3,3 1.7))";
+    const auto files = {measured("a.wkt", mokshape::readWkt(triangle))};
+    const auto row = nlohmann::json::parse(report(Format::eJson, files))["outlines"][0];
+    const mokshape::Measures& expected = files.begin()->measures[0];
+    EXPECT_EQ(row["length"].get<double>(), expected.length);
+    EXPECT_EQ(row["centre"][0].get<double>(), expected.centre->x());
+    EXPECT_EQ(row["areaWithHoles"].get<double>(), expected.areaWithHoles);
+    EXPECT_EQ(row["centreWithHoles"][1].get<double>(), expected.centreWithHoles->y());
+    EXPECT_EQ(row["ellipse"]["residual"].get<double>(), expected.ellipse->residual);
 }
 
 TEST(JsonReport, IsValidForAnyFileName) {

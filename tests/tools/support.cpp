@@ -8,9 +8,13 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "tools/io/text.h"
+#include "tools/io/wkt.h"
+#include "tools/mokshape/progress.h"
 
 namespace support {
 
@@ -33,6 +37,23 @@ std::string text(const std::vector<mokshape::Outline>& outlines) {
         result += '\n';
     }
     return result;
+}
+
+mokshape::RegionFile taken(const std::string& name, std::vector<mokshape::Outline> outlines,
+                           gmContourDefs::IntersectionMode mode) {
+    std::ostringstream nowhere;
+    mokshape::Progress progress(nowhere, false);
+    return mokshape::takeRegions({name, std::move(outlines)}, mode, progress);
+}
+
+mokshape::RegionFile taken(const std::string& wkt, gmContourDefs::IntersectionMode mode) {
+    return taken("a.wkt", mokshape::readWkt(wkt), mode);
+}
+
+mokshape::MeasuredFile measured(mokshape::RegionFile regions) {
+    std::ostringstream nowhere;
+    mokshape::Progress progress(nowhere, false);
+    return mokshape::measure(std::move(regions), progress);
 }
 
 std::string readWhole(const std::string& path) {

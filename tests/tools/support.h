@@ -7,11 +7,18 @@
 #include <vector>
 
 #include "tools/io/outline.h"
+#include "tools/mokshape/measures.h"
 
 namespace support {
 
 /// "2.1.1 outer label 7: 0 0, 4 0, 4 3": feature, part and ring, one line an outline.
 std::string text(const std::vector<mokshape::Outline>& outlines);
+
+/// What the program makes of such a file, without showing its progress.
+mokshape::RegionFile taken(const std::string& name, std::vector<mokshape::Outline> outlines,
+                           gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
+mokshape::RegionFile taken(const std::string& wkt, gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
+mokshape::MeasuredFile measured(mokshape::RegionFile regions);
 
 /// The message of the FileError that the call throws; a text that says so when it throws none.
 template <class Call>

@@ -10,6 +10,8 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -36,12 +38,18 @@ bool startsWith(std::string_view text, std::string_view prefix) {
     return text.substr(0, prefix.size()) == prefix;
 }
 
-bool isGeoJson(const std::string& name, std::string_view text) {
+enum class Form { eGeoJson, eWkt };
+
+std::optional<Form> formByExtension(const std::string& name) {
     const std::string extension = fs::path(name).extension().string();
     if (extension == ".geojson" || extension == ".json")
-        return true;
-    if (extension == ".wkt")
-        return false;
+        return Form::eGeoJson;
+    return extension == ".wkt" ? std::optional(Form::eWkt) : std::nullopt;
+}
+
+bool isGeoJson(const std::string& name, std::string_view text) {
+    if (const std::optional<Form> form = formByExtension(name))
+        return *form == Form::eGeoJson;
     const std::size_t first = text.find_first_not_of(" \t\r\n");
     return first != std::string_view::npos && (text[first] == '{' || text[first] == '[');
 }
@@ -80,6 +88,16 @@ int writeAndClose(int descriptor, std::string_view text) {
     return writeError != 0 ? writeError : closeError;
 }
 
+std::string readAll(std::FILE* file, const std::string& name) {
+    std::string text;
+    std::array<char, 1 << 16> buffer;
+    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file))
+        text.append(buffer.data(), count);
+    if (std::ferror(file))
+        refuse(name, "cannot be read: " + reason(errno));
+    return text;
+}
+
 }  // namespace
 
 std::string readFile(const std::string& name) {
@@ -89,12 +107,7 @@ std::string readFile(const std::string& name) {
     const std::unique_ptr<std::FILE, Close> file(std::fopen(name.c_str(), "rb"));
     if (!file)
         refuse(name, "cannot be opened: " + reason(errno));
-    std::string text;
-    std::array<char, 1 << 16> buffer;
-    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file.get()))
-        text.append(buffer.data(), count);
-    if (std::ferror(file.get()))
-        refuse(name, "cannot be read: " + reason(errno));
+    std::string text = readAll(file.get(), name);
     if (text.empty())
         refuse(name, "the file is empty");
     return text;
@@ -113,6 +126,22 @@ OutlineFile readOutlines(const std::string& name) {
     } catch (const FileError& error) {
         refuse(name, error.what());
     }
+}
+
+std::string readStandardInput() {
+    return readAll(stdin, "standard input");
+}
+
+void checkForm(const std::string& name) {
+    if (!formByExtension(name))
+        refuse(name, "the name must end in .geojson, .json or .wkt, so that it tells what to write");
+}
+
+std::string textFor(const std::string& name, const std::vector<Outline>& outlines) {
+    checkForm(name);
+    std::ostringstream out;
+    formByExtension(name) == Form::eGeoJson ? writeGeoJson(out, outlines) : writeWkt(out, outlines);
+    return out.str();
 }
 
 void writeStandardOutput(const std::string& text) {
@@ -169,8 +198,13 @@ void PendingFile::commit() {
 }
 
 bool isSameFile(const std::string& a, const std::string& b) {
-    std::error_code notThere;
-    return fs::equivalent(a, b, notThere);
+    std::error_code error;
+    if (fs::exists(a, error) || fs::exists(b, error))
+        return fs::equivalent(a, b, error);
+    const auto place = [&error](const std::string& name) {
+        return fs::weakly_canonical(fs::absolute(behindLinks(name)), error);
+    };
+    return place(a) == place(b);
 }
 
 }  // namespace mokshape

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "tools/io/outline.h"
 
@@ -12,6 +13,15 @@ std::string readFile(const std::string& name);
 /// The outlines of a GeoJSON or WKT file, told apart by the file's extension or, without a known one, by its first
 /// character. A byte order mark is skipped. Throws: FileError that names the file.
 OutlineFile readOutlines(const std::string& name);
+
+/// The bytes of standard input, also when there are none. Throws: FileError.
+std::string readStandardInput();
+
+/// Throws: FileError that names the file when its extension is none of .geojson, .json and .wkt.
+void checkForm(const std::string& name);
+
+/// The outlines in the form that the file's extension asks for. Throws: what checkForm() does.
+std::string textFor(const std::string& name, const std::vector<Outline>& outlines);
 
 /// Writes all of the text to standard output. Throws: FileError.
 void writeStandardOutput(const std::string& text);
@@ -37,7 +47,7 @@ class PendingFile {
     std::string text_;
 };
 
-/// True when both names lead to the same existing file.
+/// True when both names lead to the same file, there or not.
 bool isSameFile(const std::string& a, const std::string& b);
 
 }  // namespace mokshape

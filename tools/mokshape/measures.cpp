@@ -3,7 +3,6 @@
 #include <cmath>
 #include <utility>
 
-#include "cntr/contour.h"
 #include "cntr/inertia.h"
 #include "tools/mokshape/progress.h"
 
@@ -40,21 +39,12 @@ std::optional<Measures::FittedEllipse> ellipseOf(const gmContour& contour) {
     return fits ? std::optional(fit) : std::nullopt;
 }
 
-}  // namespace
-
-gmContour contourOf(const Outline& outline) {
-    return gmContour(outline.points, outline.isClosed(), outline.label);
-}
-
-Measures measure(const Outline& outline) {
+/// What a line and the outline of a region have in common.
+Measures measureOutline(const gmContour& contour, double area) {
     Measures measures;
-    measures.vertices = outline.points.size();
-    if (outline.points.empty())
+    measures.vertices = contour.points().size();
+    if (measures.vertices == 0)
         return measures;
-    const gmContour contour = contourOf(outline);
-    const double area = outline.isClosed() ? gf_Area(outline.points) : 0.0;
-    if (outline.isClosed())
-        measures.area = ifFinite(area);
     measures.length = ifFinite(contour.length());
     measures.centre = centreOf(contour, area);
     const gmRect box = contour.encloseRect(gmXform<2>::I);
@@ -62,24 +52,53 @@ Measures measure(const Outline& outline) {
         measures.box = box;
     measures.diameter = ifFinite(contour.diameter(gmContourDefs::eMaxVertexPair));
     measures.ellipse = ellipseOf(contour);
-    measures.isSelfCrossing = contour.isSelfIntersecting();
+    if (contour.isSelfIntersecting())
+        measures.crossingRings.push_back(1);
     return measures;
 }
 
-MeasuredFile measure(OutlineFile file, Progress& progress) {
-    MeasuredFile result;
-    result.measures.reserve(file.outlines.size());
-    for (const Outline& outline : file.outlines) {
-        result.measures.push_back(measure(outline));
-        progress.advance(workOf(outline));
-    }
-    result.file = std::move(file);
-    return result;
+std::optional<gmVector<2>> centreWithHolesOf(const gmRegion& region, double areaWithHoles) {
+    if (!(std::fabs(areaWithHoles) > vanishingArea))
+        return std::nullopt;
+    // Only the first answer with holes is one, and a copy of a region counts as asked when the region was.
+    gmRegion fresh(region.points());
+    fresh.holes(region.holes());
+    const gmVector<2> centre = fresh.centerOfMass(true);
+    return isFinite(centre) ? std::optional(centre) : std::nullopt;
 }
 
-double workOf(const Outline& outline) {
-    const auto vertices = static_cast<double>(outline.points.size());
-    return 1.0 + vertices * vertices;
+}  // namespace
+
+Measures measureLine(const gmContour& line) {
+    return measureOutline(line, 0.0);
+}
+
+Measures measureRegion(const gmRegion& region) {
+    const double area = region.area(false);
+    Measures measures = measureOutline(region, area);
+    measures.area = ifFinite(area);
+    measures.holes = region.holes().size();
+    const double areaWithHoles = region.area(true);
+    measures.areaWithHoles = ifFinite(areaWithHoles);
+    measures.centreWithHoles = measures.holes == 0 ? measures.centre : centreWithHolesOf(region, areaWithHoles);
+    for (std::size_t i = 0; i < measures.holes; ++i)
+        if (region.holes()[i]->isSelfIntersecting())
+            measures.crossingRings.push_back(i + 2);
+    return measures;
+}
+
+MeasuredFile measure(RegionFile regions, Progress& progress) {
+    MeasuredFile result;
+    result.measures.reserve(regions.shapes.size());
+    for (const Shape& shape : regions.shapes) {
+        const std::vector<Outline>& outlines = regions.file.outlines;
+        result.measures.push_back(shape.region.isNull() ? measureLine(contourOf(outlines[shape.part.first]))
+                                                        : measureRegion(*shape.region));
+        for (std::size_t i = shape.part.first; i < shape.part.last; ++i)
+            progress.advance(workOf(outlines[i]));
+    }
+    result.regions = std::move(regions);
+    return result;
 }
 
 double angleInDegrees(const gmEllipse& ellipse) {

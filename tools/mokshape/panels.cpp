@@ -99,9 +99,9 @@ Arrangement bestArrangement(const std::vector<Size>& contents) {
     return best;
 }
 
-}  // namespace
-
-std::vector<Panel> layOut(const std::vector<gmRect>& extents) {
+/// What `arrangementOf` makes of the sizes in the picture.
+template <class ArrangementOf>
+std::vector<Panel> layOut(const std::vector<gmRect>& extents, ArrangementOf arrangementOf) {
     if (extents.empty())
         return {};
     const std::vector<double> scales = scalesOf(extents);
@@ -111,7 +111,7 @@ std::vector<Panel> layOut(const std::vector<gmRect>& extents) {
                             std::max(extents[i].size().y() * scales[i], smallestSide)});
 
     std::vector<Panel> panels;
-    const Arrangement arrangement = bestArrangement(contents);
+    const Arrangement arrangement = arrangementOf(contents);
     double y = 0.0;
     for (const Row& row : arrangement.rows) {
         const double used = row.enlargement * row.contentWidth + row.blankWidth();
@@ -129,6 +129,16 @@ std::vector<Panel> layOut(const std::vector<gmRect>& extents) {
         y += row.height() + gap;
     }
     return panels;
+}
+
+}  // namespace
+
+std::vector<Panel> layOut(const std::vector<gmRect>& extents) {
+    return layOut(extents, bestArrangement);
+}
+
+std::vector<Panel> layOutInRow(const std::vector<gmRect>& extents) {
+    return layOut(extents, [](const std::vector<Size>& contents) { return arrange(contents, contents.size()); });
 }
 
 }  // namespace mokshape

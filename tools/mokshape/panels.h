@@ -20,4 +20,7 @@ struct Panel {
 /// half at most, to fill the width; otherwise all become equally large.
 std::vector<Panel> layOut(const std::vector<gmRect>& extents);
 
+/// The same in a single row.
+std::vector<Panel> layOutInRow(const std::vector<gmRect>& extents);
+
 }  // namespace mokshape

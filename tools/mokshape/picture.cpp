@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <ostream>
+#include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 
-#include "cntr/contour.h"
 #include "foundation/display/svgtablet.h"
 #include "tools/io/text.h"
 #include "tools/mokshape/panels.h"
@@ -20,6 +21,7 @@ constexpr gmColor frameColor(221, 217, 206);
 constexpr gmColor outlineColor(31, 54, 84);
 constexpr gmColor holeColor(122, 146, 173);
 constexpr gmColor crossingColor(196, 48, 43);
+constexpr gmColor replacedColor(240, 186, 180);
 constexpr gmColor boxColor(205, 190, 150);
 constexpr gmColor ellipseColor(38, 150, 134);
 constexpr gmColor centreColor(224, 108, 40);
@@ -99,27 +101,35 @@ class Pen {
     const Panel& panel_;
 };
 
-bool showsMeasures(const Outline& outline) {
-    return outline.kind != Outline::Kind::eHole;
+gmColor colorOf(const Outline& outline, bool crosses) {
+    if (crosses)
+        return crossingColor;
+    return outline.kind == Outline::Kind::eHole ? holeColor : outlineColor;
+}
+
+bool isIn(const std::vector<std::size_t>& rings, const Outline& outline) {
+    return std::find(rings.begin(), rings.end(), outline.ring) != rings.end();
 }
 
 void drawFile(gmUITablet& tablet, const MeasuredFile& measured, const Panel& panel) {
     const Pen pen(tablet, panel);
     pen.drawFrame();
+    for (const Outline& outline : measured.regions.replaced)
+        pen.draw(contourOf(outline), replacedColor, gmUITablet::eImageLayer);
     for (std::size_t i = 0; i < measured.measures.size(); ++i) {
-        const Outline& outline = measured.file.outlines[i];
         const Measures& measures = measured.measures[i];
-        if (showsMeasures(outline) && measures.box)
+        if (measures.box)
             pen.drawBox(*measures.box);
-        if (showsMeasures(outline) && measures.ellipse)
+        if (measures.ellipse)
             pen.drawEllipse(measures.ellipse->ellipse);
-        if (showsMeasures(outline) && measures.centre)
+        if (measures.centre)
             pen.drawCentre(*measures.centre, measures.diameter.value_or(0.0));
-        pen.draw(contourOf(outline),
-                 measures.isSelfCrossing                ? crossingColor
-                 : outline.kind == Outline::Kind::eHole ? holeColor
-                                                        : outlineColor,
-                 gmUITablet::eImageLayer);
+        const Part& part = measured.regions.shapes[i].part;
+        for (std::size_t k = part.first; k < part.last; ++k) {
+            const Outline& outline = measured.regions.file.outlines[k];
+            pen.draw(contourOf(outline), colorOf(outline, isIn(measures.crossingRings, outline)),
+                     gmUITablet::eImageLayer);
+        }
     }
 }
 
@@ -139,28 +149,58 @@ gmRect boxOf(const gmEllipse& ellipse, const gmRect& outline) {
     return gmRect(origin, end - origin);
 }
 
-/// The box around everything that is drawn; empty when there is nothing.
-gmRect extentOf(const MeasuredFile& measured) {
-    gmRect extent;
-    bool fits = true;
-    for (std::size_t i = 0; i < measured.measures.size(); ++i) {
-        const Measures& measures = measured.measures[i];
-        fits = fits && (measures.box || measures.vertices == 0);
-        if (!measures.box)
-            continue;
-        extent = extent.enclose(*measures.box);
-        if (measures.ellipse && showsMeasures(measured.file.outlines[i]))
-            extent = extent.enclose(boxOf(measures.ellipse->ellipse, *measures.box));
+/// Collects the box around everything that is drawn of a file.
+class Extent {
+  public:
+    void add(const gmRect& box) { extent_ = extent_.enclose(box); }
+
+    void add(const std::vector<Outline>& outlines) {
+        for (const Outline& outline : outlines)
+            if (!outline.points.empty()) {
+                const gmRect box = contourOf(outline).encloseRect(gmXform<2>::I);
+                fits_ = fits_ && std::isfinite(box.size().x()) && std::isfinite(box.size().y());
+                add(box);
+            }
     }
-    // Far enough below the largest double that mapping and margins stay finite.
-    constexpr double largest = 1e300;
-    const gmVector<2> low = extent.lower();
-    const gmVector<2> high = extent.upper();
-    fits = fits &&
-           (extent.isEmpty() || (low.x() > -largest && low.y() > -largest && high.x() < largest && high.y() < largest));
-    if (!fits)
-        throw FileError(printable(measured.file.name) + ": the outlines are too large to draw");
-    return extent;
+
+    /// Empty when there is nothing. Throws: FileError when it is too large.
+    const gmRect& of(const std::string& file) const {
+        // Far enough below the largest double that mapping and margins stay finite.
+        constexpr double largest = 1e300;
+        const gmVector<2> low = extent_.lower();
+        const gmVector<2> high = extent_.upper();
+        const bool isNear = low.x() > -largest && low.y() > -largest && high.x() < largest && high.y() < largest;
+        if (!fits_ || !(extent_.isEmpty() || isNear))
+            throw FileError(printable(file) + ": the outlines are too large to draw");
+        return extent_;
+    }
+
+  private:
+    gmRect extent_;
+    bool fits_ = true;
+};
+
+gmRect extentOf(const MeasuredFile& measured) {
+    Extent extent;
+    extent.add(measured.regions.file.outlines);
+    extent.add(measured.regions.replaced);
+    for (const Measures& measures : measured.measures)
+        if (measures.ellipse && measures.box)
+            extent.add(boxOf(measures.ellipse->ellipse, *measures.box));
+    return extent.of(measured.regions.file.name);
+}
+
+void startPicture(gmSvgTablet& tablet, const std::vector<Panel>& panels, const std::string& title) {
+    tablet.title(title);
+    tablet.background(paper);
+    gmRect all;
+    for (const Panel& panel : panels)
+        all = all.enclose(panel.frame);
+    const double thousandth = std::max(all.size().x(), all.size().y()) / 1000.0;
+    if (thousandth > 0.0) {
+        tablet.strokeWidth(gmUITablet::eImageLayer, outlineWidth / thousandth);
+        tablet.strokeWidth(gmUITablet::eOverlayLayer, overlayWidth / thousandth);
+    }
 }
 
 }  // namespace
@@ -173,20 +213,38 @@ void writePicture(std::ostream& out, const std::vector<MeasuredFile>& files) {
             extents.push_back(extent);
             drawn.push_back(&file);
         }
-    gmSvgTablet tablet;
-    tablet.title("Outlines with their centres, bounding boxes and fitted ellipses");
-    tablet.background(paper);
     const std::vector<Panel> panels = layOut(extents);
-    gmRect all;
-    for (const Panel& panel : panels)
-        all = all.enclose(panel.frame);
-    const double thousandth = std::max(all.size().x(), all.size().y()) / 1000.0;
-    if (thousandth > 0.0) {
-        tablet.strokeWidth(gmUITablet::eImageLayer, outlineWidth / thousandth);
-        tablet.strokeWidth(gmUITablet::eOverlayLayer, overlayWidth / thousandth);
-    }
+    gmSvgTablet tablet;
+    startPicture(tablet, panels, "Outlines with their centres, bounding boxes and fitted ellipses");
     for (std::size_t i = 0; i < panels.size(); ++i)
         drawFile(tablet, *drawn[i], panels[i]);
+    tablet.write(out);
+}
+
+void writeBeforeAndAfter(std::ostream& out, const OutlineFile& before, const RegionFile& after) {
+    // The same for both, so that they lie alike in their panels.
+    Extent extent;
+    extent.add(before.outlines);
+    extent.add(after.file.outlines);
+    const gmRect& both = extent.of(before.name);
+    const std::vector<Panel> panels = both.isEmpty() ? std::vector<Panel>() : layOutInRow({both, both});
+    gmSvgTablet tablet;
+    startPicture(tablet, panels, "Outlines before and after they were cleaned");
+    const auto place = [](const Outline& outline) { return std::tuple(outline.feature, outline.part, outline.ring); };
+    std::set<std::tuple<std::size_t, std::size_t, std::size_t>> replaced;
+    for (const Outline& outline : after.replaced)
+        replaced.insert(place(outline));
+    const auto draw = [&](const std::vector<Outline>& outlines, const Panel& panel, bool marks) {
+        const Pen pen(tablet, panel);
+        pen.drawFrame();
+        for (const Outline& outline : outlines)
+            pen.draw(contourOf(outline), colorOf(outline, marks && replaced.count(place(outline)) > 0),
+                     gmUITablet::eImageLayer);
+    };
+    if (!panels.empty()) {
+        draw(before.outlines, panels[0], true);
+        draw(after.file.outlines, panels[1], false);
+    }
     tablet.write(out);
 }
 

@@ -4,10 +4,9 @@
 #include <vector>
 
 #include "tools/mokshape/measures.h"
+#include "tools/mokshape/options.h"
 
 namespace mokshape {
-
-enum class Format { eTable, eJson, eCsv };
 
 /// Writes the measures of all files as one report. Numbers of JSON and CSV round-trip; those of the table are rounded
 /// to about five digits. Missing measures are null, empty and "-".
