@@ -92,6 +92,7 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     /// which side of an edge a point on it belongs to is not to be relied on. Outside the bounding box (its border
     /// included in it) nothing is inside.
     /// With holes: a point on a hole's vertex is inside the hole and so outside the region.
+    /// Deliberate: of an outline with a vertex that is NaN every point of the bounding box is inside.
     /// Throws: gmContourDefs::BadParams "holes form a cycle" when the answer for a hole would depend on itself.
     /// Cost: O(n log n) within the bounding box and O(1) outside, for each outline that is asked.
     bool inside(const gmVector<2>& p, bool considerHoles) const;

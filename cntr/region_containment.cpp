@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cmath>
 #include <unordered_map>
 
 #include "cntr/detail/tolerances.h"
@@ -12,9 +11,7 @@ constexpr double pi = 3.141592653589793;
 /// The direction of a ray from a point that sees the vertices under these angles: it keeps off all of them, where
 /// there is room.
 gmVector<2> rayDirection(std::vector<double>& angles) {
-    // NaN after all numbers, so that the order is one.
-    std::sort(angles.begin(), angles.end(),
-              [](double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); });
+    std::sort(angles.begin(), angles.end());
     const double wideEnough = pi / static_cast<double>(angles.size());
     for (std::size_t i = 0; i < angles.size(); ++i) {
         const double next = i + 1 < angles.size() ? angles[i + 1] : angles.front();
@@ -34,7 +31,7 @@ long gmRegion::insideCount(const gmVector<2>& p, bool bothDirections) const {
     angles.reserve(points().size());
     for (const gmVector<2>& vertex : points()) {
         const gmVector<2> d = vertex - p;
-        if (d.len() <= detail::touching)
+        if (!(d.len() > detail::touching))  // so for a vertex with a NaN as well: no angle is one
             return 1;
         angles.push_back(d.angle().norm().value());
     }
