@@ -6,4 +6,5 @@
 #include "cntr/inertia.h"
 #include "cntr/region.h"
 #include "cntr/regionptr.h"
+#include "cntr/regionst.h"
 #include "foundation/foundation.h"

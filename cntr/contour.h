@@ -245,7 +245,6 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
   private:
     const detail::Edges& edges() const;
     void checkHasVertex() const;
-    void archiveCachedVectorSize(gmArchive& archive);
 
     std::uint32_t label_ = 0;
     bool closed_ = true;

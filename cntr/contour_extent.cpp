@@ -70,22 +70,11 @@ long extremalVertex(const std::vector<gmVector<2>>& points, const gmRadian& angl
     return bestVertex(points, [&](const gmVector<2>& v) { return direction.dot(v); });
 }
 
-bool holdsNaN(const gmXform<2>& xform) {
-    const auto& values = xform.values();
-    return std::any_of(values.begin(), values.end(), [](double value) { return std::isnan(value); });
-}
-
 }  // namespace
 
 gmRect gmContour::encloseRect(const gmXform<2>& xform) const {
     checkHasVertex();
-    if (holdsNaN(xform))
-        return boundingBox(points_, xform);
-    if (const gmRect* known = caches_.encloseRect.find(xform))
-        return *known;
-    const gmRect box = boundingBox(points_, xform);
-    caches_.encloseRect.insert(xform, box, cachedVectorSize_);
-    return box;
+    return caches_.encloseRect.get(xform, cachedVectorSize_, [&] { return boundingBox(points_, xform); });
 }
 
 gmCircle gmContour::encloseCircle(gmContourDefs::DiameterMode mode) const {

@@ -2,6 +2,7 @@
 #include "cntr/contour.h"
 #include "cntr/defs.h"
 #include "cntr/region.h"
+#include "cntr/regionst.h"
 
 namespace {
 
@@ -34,6 +35,14 @@ void archiveBlock(gmArchive& archive, std::vector<T>& elements, std::size_t byte
     archiveVector(archive, elements, bytesEach);
 }
 
+void archiveCacheLimit(gmArchive& archive, std::int32_t& limit) {
+    long size = limit;
+    archive || size;
+    if (size < 0)
+        throw gmArchive::Malformed("a negative cachedVectorSize");
+    limit = static_cast<std::int32_t>(size);
+}
+
 constexpr std::size_t vertexBytes = 2 * sizeof(double);
 constexpr std::size_t handleBytes = sizeof(std::uint32_t);  // of an empty one
 
@@ -54,6 +63,7 @@ gm_Instantiator gmContourDefs::NumberedError<gmContourDefs::RegionCannotBeSetOpe
     typeid(gmContourDefs::RegionCannotBeSetOpen), gmContourDefs::RegionCannotBeSetOpen::make);
 gm_Instantiator gmContour::sExemplar(typeid(gmContour), gmContour::make);
 gm_Instantiator gmRegion::sExemplar(typeid(gmRegion), gmRegion::make);
+gm_Instantiator gmRegionSet::sExemplar(typeid(gmRegionSet), gmRegionSet::make);
 
 // ----- Errors
 
@@ -108,7 +118,7 @@ void gmContour::serialize_(gmArchive& archive, unsigned char version) {
         label_ = static_cast<std::uint32_t>(label);
         archive || closed_;
         archiveBlock(archive, points_, vertexBytes);
-        archiveCachedVectorSize(archive);
+        archiveCacheLimit(archive, cachedVectorSize_);
     } else {
         OldBase("cntr/contour", 894).dispatchSerialize(archive);
         archiveUnlabelled(archive);
@@ -122,16 +132,8 @@ void gmContour::archiveUnlabelled(gmArchive& archive) {
     archiveBlock(archive, points_, vertexBytes);
     unsigned char unused = 0;
     archive || unused;
-    archiveCachedVectorSize(archive);
+    archiveCacheLimit(archive, cachedVectorSize_);
     label_ = 0;
-}
-
-void gmContour::archiveCachedVectorSize(gmArchive& archive) {
-    long size = cachedVectorSize_;
-    archive || size;
-    if (size < 0)
-        throw gmArchive::Malformed("a negative cachedVectorSize");
-    cachedVectorSize_ = static_cast<std::int32_t>(size);
 }
 
 // ----- Region
@@ -158,6 +160,31 @@ void gmRegion::serialize_(gmArchive& archive, unsigned char version) {
         archiveUnlabelled(archive);
         gmContour::isClosed(false);
     }
+    if (!archive.isStoring())
+        cleanCacheInfo();
+}
+
+// ----- Region set
+
+gmPersistent* gmRegionSet::make() {
+    return new gmRegionSet;
+}
+
+void gmRegionSet::dispatchSerialize(gmArchive& archive) {
+    archiveOnce(archive, this, sizeof *this, 1,
+                [&](unsigned char version) { gmRegionSet::serialize_(archive, version); });
+}
+
+void gmRegionSet::serialize_(gmArchive& archive, unsigned char version) {
+    if (version > 1)
+        throw gmArchive::UnknownVersion("cntr/regionst", 479);
+    // Dropped before and after: a load that is refused half-way leaves new members, which no old answer fits.
+    if (!archive.isStoring())
+        cleanCacheInfo();
+    gmPersistent::dispatchSerialize(archive);
+    archiveBlock(archive, regions_, handleBytes);
+    if (version == 1)
+        archiveCacheLimit(archive, cachedVectorSize_);
     if (!archive.isStoring())
         cleanCacheInfo();
 }

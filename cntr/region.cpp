@@ -49,8 +49,8 @@ gmRegion::gmRegion(const gmRegion& other) : gmRegion() {
 gmRegion& gmRegion::operator=(const gmRegion& other) {
     if (this == &other)
         return *this;
-    // Memory may run out before the first change, and not after it. What is replaced ends last: it may be what keeps the
-    // other region alive.
+    // Memory may run out before the first change, and not after it. What is replaced ends last: it may be what keeps
+    // the other region alive.
     std::vector<RegionCPtr> holes = other.holes_;
     detail::RegionCaches caches = other.caches_;
     gmContour::operator=(other);

@@ -184,6 +184,8 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     void serialize_(gmArchive& archive, unsigned char version) override;
 
   private:
+    friend class gmRegionSet;  // it splices
+
     void applyMode(gmContourDefs::IntersectionMode mode);
 
     /// How often a ray from `p` crosses the outline; with `bothDirections`, the smaller count of it and the opposite

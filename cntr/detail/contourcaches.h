@@ -1,15 +1,14 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <vector>
 
 #include "cntr/detail/cached.h"
 #include "cntr/detail/keyedcache.h"
+#include "cntr/detail/rectcache.h"
 #include "cntr/detail/vertexgrid.h"
 #include "cntr/regionptr.h"
 #include "foundation/math/vector.h"
-#include "foundation/math/xform.h"
 #include "foundation/shapes/circle.h"
 #include "foundation/shapes/ellipse.h"
 #include "foundation/shapes/line.h"
@@ -32,19 +31,9 @@ struct EllipseFit {
     double residual = 0.0;
 };
 
-/// Orders transforms by the first five of their stored values. The sixth takes no part: two transforms that differ
-/// there only share an entry. (No two do that keep the orientation and all angles; a reflection may share the entry of
-/// a rotation.)
-struct XformLess {
-    bool operator()(const gmXform<2>& a, const gmXform<2>& b) const {
-        return std::lexicographical_compare(a.values().begin(), a.values().begin() + 5, b.values().begin(),
-                                            b.values().begin() + 5);
-    }
-};
-
 /// Everything that the queries of a contour remember.
 struct ContourCaches {
-    KeyedCache<gmXform<2>, gmRect, XformLess> encloseRect;
+    RectCache encloseRect;
     KeyedCache<double, long> extremalVertexIndex;
     std::vector<VertexGrid> vertexGrids;  // one a tolerance, in the order of their first use
     Cached<gmVector<2>> meanPosition;

@@ -23,6 +23,9 @@ constexpr double noArea = 1e-6;
 /// Square coordinate units: sums of two areas that cancel to this have no centre.
 constexpr double cancelled = 1e-16;
 
+/// Square coordinate units: regions whose areas sum up to no more have their common centre at the origin.
+constexpr double noMass = 1e-15;
+
 /// Square coordinate units: triangles of less area are added last.
 constexpr double smallTriangle = 1e-6;
 

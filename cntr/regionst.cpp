@@ -1,0 +1,101 @@
+#include "cntr/regionst.h"
+
+#include <limits>
+#include <utility>
+
+namespace {
+
+std::vector<RegionCPtr> readOnly(const std::vector<gmPtrHandle<gmRegion>>& regions) {
+    return {regions.begin(), regions.end()};
+}
+
+}  // namespace
+
+gmRegionSet::gmRegionSet(const std::vector<RegionCPtr>& regions, gmContourDefs::IntersectionMode mode)
+    : regions_(regions) {
+    applyMode(mode);
+}
+
+gmRegionSet::gmRegionSet(const std::vector<gmPtrHandle<gmRegion>>& regions, gmContourDefs::IntersectionMode mode)
+    : gmRegionSet(readOnly(regions), mode) {}
+
+gmRegionSet::gmRegionSet(const gmRegionSet& other) : gmRegionSet() {
+    *this = other;
+}
+
+gmRegionSet& gmRegionSet::operator=(const gmRegionSet& other) {
+    if (this == &other)
+        return *this;
+    // Memory may run out here, and not below. What is replaced ends last: it may be what keeps the other set alive.
+    std::vector<RegionCPtr> regions = other.regions_;
+    detail::RegionSetCaches caches = other.caches_;
+    cachedVectorSize_ = other.cachedVectorSize_;
+    std::swap(regions_, regions);
+    std::swap(caches_, caches);
+    return *this;
+}
+
+gmRegionSet::~gmRegionSet() = default;
+
+bool gmRegionSet::operator==(const gmRegionSet& other) const {
+    if (regions_.size() != other.regions_.size())
+        return false;
+    for (std::size_t i = 0; i < regions_.size(); ++i) {
+        const gmRegion& counterpart = *other.regions_[i];
+        if (*regions_[i] != counterpart)
+            return false;
+    }
+    return true;
+}
+
+void gmRegionSet::regions(const std::vector<RegionCPtr>& regions, gmContourDefs::IntersectionMode mode) {
+    cleanCacheInfo();
+    setRegions(regions);
+    makeDataConsistentWithPoints();
+    applyMode(mode);
+}
+
+void gmRegionSet::regions(const std::vector<gmPtrHandle<gmRegion>>& regions, gmContourDefs::IntersectionMode mode) {
+    this->regions(readOnly(regions), mode);
+}
+
+void gmRegionSet::add(const RegionCPtr& region, gmContourDefs::IntersectionMode mode) {
+    cleanCacheInfo();
+    regions_.push_back(region);
+    makeDataConsistentWithPoints();
+    applyMode(mode);
+}
+
+void gmRegionSet::cachedVectorSize(long size) {
+    if (size < 0)
+        throw gmContourDefs::BadParams();
+    if (size > std::numeric_limits<std::int32_t>::max())
+        throw gmContourDefs::BadParams("cachedVectorSize does not fit in 32 bits");
+    cachedVectorSize_ = static_cast<std::int32_t>(size);
+    reportChange();
+}
+
+void gmRegionSet::makeDataConsistentWithPoints() {}
+
+void gmRegionSet::makePointsConsistentWithData() {}
+
+void gmRegionSet::cleanCacheInfo() {
+    reportChange();
+    caches_.invalidate();
+}
+
+void gmRegionSet::setRegions(const std::vector<RegionCPtr>& regions) {
+    regions_ = regions;
+}
+
+void gmRegionSet::checkEmptyRegionSet() const {
+    if (regions_.empty())
+        throw gmContourDefs::EmptyRegionSet();
+}
+
+void gmRegionSet::applyMode(gmContourDefs::IntersectionMode mode) {
+    if (mode == gmContourDefs::eOuterHull)
+        outerHull(*this);
+    else if (mode == gmContourDefs::eRegularize)
+        regularize(*this);
+}

@@ -1,0 +1,165 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "cntr/defs.h"
+#include "cntr/detail/regionsetcaches.h"
+#include "cntr/export.h"
+#include "cntr/region.h"
+#include "cntr/regionptr.h"
+
+/// An ordered list of shared regions, which nobody changes any more.
+///
+/// The set has no geometry of its own: it asks its regions and remembers what comes of it. It takes them as independent
+/// pieces. Where two overlap, both count; regularize() and outerHull() merge regions whose outlines cross.
+///
+/// **Order** is part of the value: sets of the same regions in another order are not equal. Regions may be in a set
+/// twice.
+///
+/// **Empty handles** may be put into a set. Whatever comes to one throws gmBadPointer and remembers nothing.
+///
+/// **considerHoles** is as for gmRegion. **Units, ties, caches, numbers** are as for gmContour. Queries fill caches of
+/// the regions as well: sets and regions that share regions or holes belong to one thread at a time.
+///
+/// **Notification.** A set that reports its changes (gmPersistent::reportChanges) also does so when a measure or a
+/// bounding box was computed, because its caches have changed.
+///
+///     const gmRegionSet parts({RegionCPtr(new gmRegion({{0, 0}, {2, 0}, {2, 2}, {0, 2}})),
+///                              RegionCPtr(new gmRegion({{5, 0}, {7, 0}, {7, 2}, {5, 2}}))});
+///     double material = parts.area(true);                                           // 8
+///     gmVector<2> balance = parts.centerOfMass(true);                               // (3.5, 1)
+class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRepBase {
+  public:
+    // ----- Model: regionst.cpp
+
+    /// A set of these regions, in this order. Without arguments: the empty set.
+    ///
+    /// Regions that cross themselves or each other are kept (eKeep), or replaced by the set's outer hull (eOuterHull)
+    /// or by its regularised form (eRegularize); any other mode keeps them. Throws: what outerHull() and regularize()
+    /// do.
+    explicit gmRegionSet(const std::vector<RegionCPtr>& regions = {},
+                         gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
+    explicit gmRegionSet(const std::vector<gmPtrHandle<gmRegion>>& regions,
+                         gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
+
+    /// Shares the regions and the remembered result sets, and copies everything else, filled caches included.
+    /// Assignment is no change that is reported or cleaned up after.
+    gmRegionSet(const gmRegionSet& other);
+    gmRegionSet& operator=(const gmRegionSet& other);
+    ~gmRegionSet() override;
+
+    /// True when there are as many regions in both and each equals its counterpart, see gmRegion::operator==. The holes
+    /// are not compared. Throws: gmBadPointer for an empty handle in a pair that is compared.
+    bool operator==(const gmRegionSet& other) const;
+    bool operator!=(const gmRegionSet& other) const { return !(*this == other); }
+
+    /// The regions. A copy of the list: new handles to the same regions.
+    std::vector<RegionCPtr> regions() const { return regions_; }
+    /// Replaces the regions, drops every cache and applies the mode as a constructor does. When that fails, the new
+    /// list is in place.
+    void regions(const std::vector<RegionCPtr>& regions, gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
+    void regions(const std::vector<gmPtrHandle<gmRegion>>& regions,
+                 gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
+    /// Adds a region at the end, drops every cache and applies the mode. When that fails, the region is added.
+    void add(const RegionCPtr& region, gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
+
+    /// How many results of encloseRect are kept (and one more). 3 unless set. Lowering it drops nothing that is kept
+    /// already.
+    long cachedVectorSize() const { return cachedVectorSize_; }
+    /// Throws: gmContourDefs::BadParams for a negative number (without a message) and for one that does not fit in 32
+    /// bits; nothing is changed then.
+    void cachedVectorSize(long size);
+
+    // ----- Measures: regionst_measures.cpp. A region's own errors pass through, and then nothing is remembered.
+
+    /// The sum of the regions' areas, in square coordinate units; 0 for an empty set.
+    /// Cost: that of the regions' areas, later O(1).
+    double area(bool considerHoles) const;
+
+    /// The mean of the regions' centres of mass, weighted by their areas; (0, 0) when the sum of these is at most 1e-15
+    /// in magnitude.
+    /// Deliberate: a region answers its centre with holes only once (see gmRegion::centerOfMass). A set remembers its
+    /// own answer, but a second set of the same regions counts (0, 0) for those with holes.
+    /// Throws: gmContourDefs::EmptyRegionSet. Cost: that of the regions' centres, later O(1).
+    gmVector<2> centerOfMass(bool considerHoles) const;
+
+    /// The second moments of the regions together, about their common centre, see gm_InertiaData::operator+.
+    /// Throws: gmContourDefs::EmptyRegionSet; with `considerHoles`, what gmRegion::inertiaMatrix does when a region has
+    /// a hole. Cost: that of the regions' moments, later O(1).
+    gmMatrix<2> inertiaMatrix(bool considerHoles) const;
+
+    /// Whether the point is inside one of the regions; false for an empty set. Regions after the first that holds it
+    /// are not asked. Cost: that of gmRegion::inside for each region, not kept.
+    bool inside(const gmVector<2>& point, bool considerHoles) const;
+
+    /// The smallest of the regions' distances from the point, see gmRegion::distToPoint; +infinity when no distance is
+    /// a number. Throws: gmContourDefs::EmptyRegionSet. Cost: that of the regions' distances, not kept.
+    double distToPoint(const gmVector<2>& point, bool vertexOnly, bool considerHoles, bool insideIsZero) const;
+
+    /// The axis-aligned bounding box of the regions' mapped outlines, in the frame that the transform maps to.
+    /// Deliberate: remembered transforms are told apart as in gmContour::encloseRect.
+    /// Throws: gmContourDefs::EmptyRegionSet. Cost: O(n) over all outlines; O(1) for transforms that are remembered,
+    /// see cachedVectorSize. One that holds a NaN is not.
+    gmRect encloseRect(const gmXform<2>& xform) const;
+
+    // ----- Clean-up: regionst_topology.cpp
+
+    /// Whether a region's outline crosses itself, or that of another region; false for an empty set. Holes are not
+    /// looked at, and an outline that lies wholly inside another is no crossing. Deliberate: when it fails part-way, on
+    /// an empty handle, what was found so far is the answer from then on. Cost: quadratic in the regions and their
+    /// vertices, later O(1).
+    bool isSelfIntersecting() const;
+
+    /// Makes `out` a set without crossings: regions whose outlines cross are spliced, and every region is regularised,
+    /// see gmRegion::regularize. Of a set that does not cross itself, a copy. `out` may be this set.
+    /// Deliberate: each region is compared once with those behind it, in order. When two are spliced the last of the
+    /// list takes the place of the second, and is not compared with the first: a few crossings may be left. Throws:
+    /// gmContourDefs::BadParams "invalid contour" when a region cannot be cleaned up; `out` is as it was. Cost:
+    /// quadratic in the regions and their vertices, later that of a copy.
+    void regularize(gmRegionSet& out) const;
+
+    /// The same with gmRegion::outerHull for every region.
+    void outerHull(gmRegionSet& out) const;
+
+    // ----- Drawing: draw.cpp
+
+    /// Has every region draw itself, in order. Plain regions draw nothing.
+    /// Throws: gmBadPointer at an empty handle; the regions before it are drawn by then.
+    void draw(gmUITablet& tablet, const gmColor& color, const gmUITablet::Layers& layers) const;
+
+    // ----- Archives: persist.cpp
+
+    /// A new, empty set, for the registry.
+    static gmPersistent* make();
+    static gm_Instantiator sExemplar;
+
+  protected:
+    void dispatchSerialize(gmArchive& archive) override;
+    /// The content of the version: 1 is written, 0 read as well.
+    virtual void serialize_(gmArchive& archive, unsigned char version);
+
+    /// For sets that carry data with their regions: called after the regions were set, and by whoever set the data.
+    /// They do nothing here.
+    virtual void makeDataConsistentWithPoints();
+    virtual void makePointsConsistentWithData();
+
+    /// Says that the set changes, to the observer of gmPersistent if it reports its changes, and drops every cache.
+    virtual void cleanCacheInfo();
+
+    /// Replaces the regions and does nothing else: dropping the caches is up to the caller.
+    void setRegions(const std::vector<RegionCPtr>& regions);
+
+    /// Throws: gmContourDefs::EmptyRegionSet for an empty set.
+    void checkEmptyRegionSet() const;
+
+  private:
+    void applyMode(gmContourDefs::IntersectionMode mode);
+    template <class Value, class Compute>
+    Value remembered(detail::Cached<Value>& slot, Compute compute) const;
+    void outerHullRegularize(gmRegionSet& out, bool hull) const;
+
+    std::vector<RegionCPtr> regions_;
+    std::int32_t cachedVectorSize_ = 3;
+    mutable detail::RegionSetCaches caches_;
+};

@@ -1,0 +1,72 @@
+#include "cntr/regionst.h"
+
+bool gmRegionSet::isSelfIntersecting() const {
+    if (regions_.empty())
+        return false;
+    if (caches_.isSelfIntersectingKnown)
+        return caches_.isSelfIntersecting;
+    caches_.isSelfIntersectingKnown = true;
+    bool& found = caches_.isSelfIntersecting;
+    found = false;
+    for (const RegionCPtr& region : regions_)
+        if (region->isSelfIntersecting())
+            found = true;
+    for (std::size_t i = 0; i + 1 < regions_.size(); ++i)
+        for (std::size_t j = i + 1; j < regions_.size(); ++j)
+            if (!regions_[i]->intersections(*regions_[j], false).empty()) {
+                found = true;
+                return true;
+            }
+    return found;
+}
+
+void gmRegionSet::regularize(gmRegionSet& out) const {
+    if (!isSelfIntersecting()) {
+        out = *this;
+        return;
+    }
+    // Held here as well: `out` may be this set, whose own handle assignment overwrites.
+    const auto result = caches_.regularized.get([&](gmPtrHandle_const<gmRegionSet>& slot) {
+        const gmPtrHandle<gmRegionSet> fresh(new gmRegionSet);
+        slot = fresh;
+        outerHullRegularize(*fresh, false);
+    });
+    out = *result;
+}
+
+void gmRegionSet::outerHull(gmRegionSet& out) const {
+    if (!isSelfIntersecting()) {
+        out = *this;
+        return;
+    }
+    const auto result = caches_.outerHull.get([&](gmPtrHandle_const<gmRegionSet>& slot) {
+        const gmPtrHandle<gmRegionSet> fresh(new gmRegionSet);
+        slot = fresh;
+        outerHullRegularize(*fresh, true);
+    });
+    out = *result;
+}
+
+void gmRegionSet::outerHullRegularize(gmRegionSet& out, bool hull) const {
+    checkEmptyRegionSet();
+    std::vector<RegionCPtr> regions = regions_;
+    for (std::size_t i = 0; i + 1 < regions.size(); ++i)
+        for (std::size_t j = i + 1; j < regions.size(); ++j) {
+            if (regions[i]->intersections(*regions[j], false).empty())
+                continue;
+            const gmPtrHandle<gmRegion> spliced(new gmRegion);
+            regions[i]->splice(*regions[j], *spliced);
+            regions[i] = spliced;
+            regions[j] = regions.back();
+            regions.pop_back();
+        }
+    for (RegionCPtr& region : regions) {
+        const gmPtrHandle<gmRegion> cleaned(new gmRegion);
+        if (hull)
+            region->outerHull(*cleaned);
+        else
+            region->regularize(*cleaned);
+        region = cleaned;
+    }
+    out = gmRegionSet(regions);
+}
