@@ -1,5 +1,5 @@
-// Bytes as an archive of a contour, a transform and a region: they are refused with an error of the archive's, or what
-// they hold can be asked everything and comes back from an archive of its own with the same bytes.
+// Bytes as an archive of a contour, a transform, a region and a set: they are refused with an error of the archive's,
+// or what they hold can be asked everything and comes back from an archive of its own with the same bytes.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -14,19 +14,20 @@ struct Shapes {
     gmContour contour;
     gmPtrHandle<gm2XformBase> xform;
     gmRegion region;
+    gmRegionSet set;
 };
 
 std::string stored(Shapes& shapes) {
     std::ostringstream out;
     gmArchive archive(out);
-    archive || shapes.contour || shapes.xform || shapes.region;
+    archive || shapes.contour || shapes.xform || shapes.region || shapes.set;
     return out.str();
 }
 
 void load(const std::string& bytes, Shapes& shapes) {
     std::istringstream in(bytes);
     gmArchive archive(in);
-    archive || shapes.contour || shapes.xform || shapes.region;
+    archive || shapes.contour || shapes.xform || shapes.region || shapes.set;
 }
 
 void ask(const gmContour& contour, const gmXform<2>& xform) {
@@ -73,6 +74,20 @@ void ask(const gmRegion& region) {
     attempt([&] { result.regularize(result); });
 }
 
+void ask(const gmRegionSet& set) {
+    const gmVector<2> point(1.0, 2.0);
+    gmRegionSet result;
+    attempt([&] { set.area(true); });
+    attempt([&] { set.centerOfMass(false); });
+    attempt([&] { set.inertiaMatrix(true); });
+    attempt([&] { set.inside(point, true); });
+    attempt([&] { set.distToPoint(point, false, true, true); });
+    attempt([&] { set.encloseRect(gmXform<2>::I); });
+    attempt([&] { set.regularize(result); });
+    attempt([&] { set.outerHull(result); });
+    attempt([&] { result.regularize(result); });
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -84,6 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     attempt([&] { ask(shapes.contour, shapes.xform.isNull() ? gmXform<2>::I : shapes.xform->linearXform()); });
     ask(shapes.region);
+    ask(shapes.set);
 
     const std::string once = stored(shapes);
     Shapes again;
