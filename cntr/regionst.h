@@ -114,9 +114,10 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
     /// Makes `out` a set without crossings: regions whose outlines cross are spliced, and every region is regularised,
     /// see gmRegion::regularize. Of a set that does not cross itself, a copy. `out` may be this set.
     /// Deliberate: each region is compared once with those behind it, in order. When two are spliced the last of the
-    /// list takes the place of the second, and is not compared with the first: a few crossings may be left. Throws:
-    /// gmContourDefs::BadParams "invalid contour" when a region cannot be cleaned up; `out` is as it was. Cost:
-    /// quadratic in the regions and their vertices, later that of a copy.
+    /// list takes the place of the second and is not compared with the first, so that crossings may be left. A computed
+    /// result has a cachedVectorSize of 3.
+    /// Throws: gmContourDefs::BadParams "invalid contour" when a region cannot be cleaned up; `out` is as it was.
+    /// Cost: quadratic in the regions and their vertices, later that of a copy.
     void regularize(gmRegionSet& out) const;
 
     /// The same with gmRegion::outerHull for every region.
