@@ -43,6 +43,17 @@ void archiveCacheLimit(gmArchive& archive, std::int32_t& limit) {
     limit = static_cast<std::int32_t>(size);
 }
 
+/// Runs content(). When it loads, caches are dropped before and after: a load that is refused half-way leaves new
+/// members, which no old answer fits.
+template <class CleanUp, class Content>
+void archiveMembers(gmArchive& archive, CleanUp cleanUp, Content content) {
+    if (!archive.isStoring())
+        cleanUp();
+    content();
+    if (!archive.isStoring())
+        cleanUp();
+}
+
 constexpr std::size_t vertexBytes = 2 * sizeof(double);
 constexpr std::size_t handleBytes = sizeof(std::uint32_t);  // of an empty one
 
@@ -108,24 +119,23 @@ void gmContour::dispatchSerialize(gmArchive& archive) {
 void gmContour::serialize_(gmArchive& archive, unsigned char version) {
     if (version > 1)
         throw gmArchive::UnknownVersion("cntr/contour", 904);
-    // Dropped before and after: a load that is refused half-way leaves new members, which no old answer fits.
-    if (!archive.isStoring())
-        cleanCacheInfo();
-    if (version == 1) {
-        unsigned long label = label_;
-        gmPersistent::dispatchSerialize(archive);
-        archive || label;
-        label_ = static_cast<std::uint32_t>(label);
-        archive || closed_;
-        archiveBlock(archive, points_, vertexBytes);
-        archiveCacheLimit(archive, cachedVectorSize_);
-    } else {
-        OldBase("cntr/contour", 894).dispatchSerialize(archive);
-        archiveUnlabelled(archive);
-        archive || closed_;
-    }
-    if (!archive.isStoring())
-        cleanCacheInfo();
+    archiveMembers(
+        archive, [&] { cleanCacheInfo(); },
+        [&] {
+            if (version == 1) {
+                unsigned long label = label_;
+                gmPersistent::dispatchSerialize(archive);
+                archive || label;
+                label_ = static_cast<std::uint32_t>(label);
+                archive || closed_;
+                archiveBlock(archive, points_, vertexBytes);
+                archiveCacheLimit(archive, cachedVectorSize_);
+            } else {
+                OldBase("cntr/contour", 894).dispatchSerialize(archive);
+                archiveUnlabelled(archive);
+                archive || closed_;
+            }
+        });
 }
 
 void gmContour::archiveUnlabelled(gmArchive& archive) {
@@ -149,19 +159,18 @@ void gmRegion::dispatchSerialize(gmArchive& archive) {
 void gmRegion::serialize_(gmArchive& archive, unsigned char version) {
     if (version > 1)
         throw gmArchive::UnknownVersion("cntr/region", 819);
-    // Dropped before and after: a load that is refused half-way leaves new members, which no old answer fits.
-    if (!archive.isStoring())
-        cleanCacheInfo();
-    if (version == 1) {
-        gmContour::dispatchSerialize(archive);
-        archiveBlock(archive, holes_, handleBytes);
-    } else {
-        OldBase("cntr/region", 0).dispatchSerialize(archive);
-        archiveUnlabelled(archive);
-        gmContour::isClosed(false);
-    }
-    if (!archive.isStoring())
-        cleanCacheInfo();
+    archiveMembers(
+        archive, [&] { cleanCacheInfo(); },
+        [&] {
+            if (version == 1) {
+                gmContour::dispatchSerialize(archive);
+                archiveBlock(archive, holes_, handleBytes);
+            } else {
+                OldBase("cntr/region", 0).dispatchSerialize(archive);
+                archiveUnlabelled(archive);
+                gmContour::isClosed(false);
+            }
+        });
 }
 
 // ----- Region set
@@ -178,13 +187,12 @@ void gmRegionSet::dispatchSerialize(gmArchive& archive) {
 void gmRegionSet::serialize_(gmArchive& archive, unsigned char version) {
     if (version > 1)
         throw gmArchive::UnknownVersion("cntr/regionst", 479);
-    // Dropped before and after: a load that is refused half-way leaves new members, which no old answer fits.
-    if (!archive.isStoring())
-        cleanCacheInfo();
-    gmPersistent::dispatchSerialize(archive);
-    archiveBlock(archive, regions_, handleBytes);
-    if (version == 1)
-        archiveCacheLimit(archive, cachedVectorSize_);
-    if (!archive.isStoring())
-        cleanCacheInfo();
+    archiveMembers(
+        archive, [&] { cleanCacheInfo(); },
+        [&] {
+            gmPersistent::dispatchSerialize(archive);
+            archiveBlock(archive, regions_, handleBytes);
+            if (version == 1)
+                archiveCacheLimit(archive, cachedVectorSize_);
+        });
 }

@@ -193,6 +193,7 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     long insideCount(const gmVector<2>& p, bool bothDirections) const;
     bool insideOutline(const gmVector<2>& p) const;
 
+    void cleanUp(detail::Cached<RegionCPtr>& cache, bool outerHullOnly, gmRegion& out) const;
     void outerHullRegularize(gmRegion& out, bool outerHullOnly) const;
     std::size_t boundaryStart() const;
     std::vector<gmVector<2>> traceBoundary(std::size_t start) const;

@@ -176,28 +176,23 @@ gmPtrHandle<gmRegion> outerLoop(const Loop& boundary) {
 }  // namespace
 
 void gmRegion::regularize(gmRegion& out) const {
+    cleanUp(caches_.regularized, false, out);
+}
+
+void gmRegion::outerHull(gmRegion& out) const {
+    cleanUp(caches_.outerHull, true, out);
+}
+
+void gmRegion::cleanUp(detail::Cached<RegionCPtr>& cache, bool outerHullOnly, gmRegion& out) const {
     if (!isSelfIntersecting()) {
         out = *this;
         return;
     }
     // Held here as well: `out` may be this region, whose own handle assignment overwrites.
-    const RegionCPtr result = caches_.regularized.get([&](RegionCPtr& slot) {
+    const RegionCPtr result = cache.get([&](RegionCPtr& slot) {
         const gmPtrHandle<gmRegion> fresh(new gmRegion);
         slot = fresh;
-        outerHullRegularize(*fresh, false);
-    });
-    out = *result;
-}
-
-void gmRegion::outerHull(gmRegion& out) const {
-    if (!isSelfIntersecting()) {
-        out = *this;
-        return;
-    }
-    const RegionCPtr result = caches_.outerHull.get([&](RegionCPtr& slot) {
-        const gmPtrHandle<gmRegion> fresh(new gmRegion);
-        slot = fresh;
-        outerHullRegularize(*fresh, true);
+        outerHullRegularize(*fresh, outerHullOnly);
     });
     out = *result;
 }

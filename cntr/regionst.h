@@ -158,6 +158,7 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
     void applyMode(gmContourDefs::IntersectionMode mode);
     template <class Value, class Compute>
     Value remembered(detail::Cached<Value>& slot, Compute compute) const;
+    void cleanUp(detail::Cached<gmPtrHandle_const<gmRegionSet>>& cache, bool hull, gmRegionSet& out) const;
     void outerHullRegularize(gmRegionSet& out, bool hull) const;
 
     std::vector<RegionCPtr> regions_;

@@ -21,28 +21,23 @@ bool gmRegionSet::isSelfIntersecting() const {
 }
 
 void gmRegionSet::regularize(gmRegionSet& out) const {
+    cleanUp(caches_.regularized, false, out);
+}
+
+void gmRegionSet::outerHull(gmRegionSet& out) const {
+    cleanUp(caches_.outerHull, true, out);
+}
+
+void gmRegionSet::cleanUp(detail::Cached<gmPtrHandle_const<gmRegionSet>>& cache, bool hull, gmRegionSet& out) const {
     if (!isSelfIntersecting()) {
         out = *this;
         return;
     }
     // Held here as well: `out` may be this set, whose own handle assignment overwrites.
-    const auto result = caches_.regularized.get([&](gmPtrHandle_const<gmRegionSet>& slot) {
+    const auto result = cache.get([&](gmPtrHandle_const<gmRegionSet>& slot) {
         const gmPtrHandle<gmRegionSet> fresh(new gmRegionSet);
         slot = fresh;
-        outerHullRegularize(*fresh, false);
-    });
-    out = *result;
-}
-
-void gmRegionSet::outerHull(gmRegionSet& out) const {
-    if (!isSelfIntersecting()) {
-        out = *this;
-        return;
-    }
-    const auto result = caches_.outerHull.get([&](gmPtrHandle_const<gmRegionSet>& slot) {
-        const gmPtrHandle<gmRegionSet> fresh(new gmRegionSet);
-        slot = fresh;
-        outerHullRegularize(*fresh, true);
+        outerHullRegularize(*fresh, hull);
     });
     out = *result;
 }

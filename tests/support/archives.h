@@ -5,6 +5,7 @@
 #include <string>
 
 #include "foundation/object/archive.h"
+#include "foundation/object/exception.h"
 #include "foundation/object/persistent.h"
 
 namespace support {
@@ -60,6 +61,40 @@ inline std::string unhex(const std::string& text) {
     for (unsigned value = 0; in >> std::hex >> value;)
         bytes += static_cast<char>(value);
     return bytes;
+}
+
+/// Overwrites `target` with what the bytes behind the header hold, written as hex() does.
+template <class T>
+void load(const std::string& content, T& target) {
+    loadFrom(header + unhex(content), [&](gmArchive& archive) { archive || target; });
+}
+
+/// Where loading the content into a new T refuses a version: "file:line".
+template <class T>
+std::string refusedVersion(const std::string& content) {
+    T target;
+    try {
+        load(content, target);
+    } catch (const gmArchive::UnknownVersion& error) {
+        return std::string(error.file() ? error.file() : "null") + ":" + std::to_string(error.line());
+    }
+    return "accepted";
+}
+
+/// How many of the ways to cut the archive of `value` short are refused as such.
+template <class T>
+std::size_t refusedCuts(T& value) {
+    const std::string whole = header + contentOf(value);
+    std::size_t refused = 0;
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        T target;
+        try {
+            loadFrom(whole.substr(0, length), [&](gmArchive& archive) { archive || target; });
+        } catch (const gmArchive::Truncated&) {
+            ++refused;
+        }
+    }
+    return refused;
 }
 
 }  // namespace support
