@@ -73,7 +73,18 @@ gmContour::gmContour(const gmPolygon& polygon, unsigned long label)
     gmContour::cleanCacheInfo();
 }
 
-gmContour::gmContour(const gmContour& other) = default;
+// What a region remembers of an open outline knows of its closing edge, and does not fit an open contour.
+gmContour::gmContour(const gmContour& other)
+    : gmPersistent(other),
+      gmRepBase(other),
+      label_(other.label_),
+      closed_(other.closed_),
+      points_(other.points_),
+      cachedVectorSize_(other.cachedVectorSize_),
+      caches_(other.caches_) {
+    if (closed_ != other.isClosed())
+        caches_.invalidate();
+}
 
 // Written out, so that the virtual bases are left alone: nothing of theirs is part of a contour's value.
 gmContour& gmContour::operator=(const gmContour& other) {
@@ -87,6 +98,8 @@ gmContour& gmContour::operator=(const gmContour& other) {
     closed_ = other.closed_;
     cachedVectorSize_ = other.cachedVectorSize_;
     std::swap(caches_, caches);
+    if (isClosed() != other.isClosed())
+        caches_.invalidate();
     return *this;
 }
 

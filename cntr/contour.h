@@ -61,8 +61,9 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// Deliberate: a repeated closing vertex is kept, and the closing edge then is degenerate.
     /// Throws: gmContourDefs::BadParams "label does not fit in 32 bits".
     explicit gmContour(const gmPolygon& polygon, unsigned long label = 0);
-    /// Copies everything, filled caches included. Assignment is no change that is reported or cleaned up after: what a
-    /// derived class remembers of its own is that class's to assign.
+    /// Copies everything, filled caches included, unless the other sees a closing edge and this does not (as a region
+    /// does of an open outline). Assignment is no change that is reported or cleaned up after: what a derived class
+    /// remembers of its own is that class's to assign.
     gmContour(const gmContour& other);
     gmContour& operator=(const gmContour& other);
     ~gmContour() override;

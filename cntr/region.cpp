@@ -73,7 +73,9 @@ void gmRegion::holes(const std::vector<RegionCPtr>& newHoles) {
     for (const RegionCPtr& hole : newHoles)
         if (!intersections(*hole, false).empty())
             throw gmContourDefs::BadParams("holes cannot intersect region");
-    holes_ = newHoles;
+    // What is replaced ends last: it may be what keeps the new list alive, or this region.
+    std::vector<RegionCPtr> holes = newHoles;
+    std::swap(holes_, holes);
 }
 
 void gmRegion::holes(const std::vector<gmPtrHandle<gmRegion>>& newHoles) {
@@ -86,13 +88,10 @@ void gmRegion::isClosed(bool closed) {
 }
 
 void gmRegion::map(const gmXform<2>& xform, gmRegion& out) const {
-    std::vector<gmVector<2>> mapped;
-    mapped.reserve(points().size());
-    for (const gmVector<2>& point : points())
-        mapped.push_back(xform * point);
-    const unsigned long mappedLabel = label();
-    out = gmRegion(mapped);
-    out.label(mappedLabel);
+    gmContour mapped;
+    gmContour::map(xform, mapped);
+    out = gmRegion(mapped.points());
+    out.label(mapped.label());
 }
 
 void gmRegion::checkEmptyContour() const {

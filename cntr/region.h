@@ -13,14 +13,18 @@
 /// **Holes** are regions themselves, shared through counted handles and never copied. A hole may have holes of its own:
 /// what lies in an island inside a hole is inside the region again. That a hole does not meet the outline is checked
 /// when it is set. Deliberate: nothing else is; a hole may lie outside the outline, and holes may overlap each other.
+/// Holes that hold each other in a circle are never freed: take one of them out again.
 ///
 /// **considerHoles** says for each query whether the holes count. What concerns the outline alone is asked with false,
-/// or of the contour part: gmContour's own queries are all there and see the outline only.
+/// or with gmContour's own queries, which see the outline only.
 ///
 /// **Always closed.** Every query sees the closing edge, also when the region was made from an open contour.
 ///
 /// **Outlines that cross themselves** are kept, unless a constructor is told otherwise; regularize() and outerHull()
-/// make outlines without crossings from them (docs/containment-and-clean-up.md shows how).
+/// make outlines of them that touch themselves at most (docs/containment-and-clean-up.md shows how, and how far).
+///
+/// **Derived classes** construct the outline themselves, since it is a virtual base: one that only inherits the
+/// constructors has no vertices.
 ///
 /// **Units, ties, caches, numbers** are as for gmContour. Queries with holes fill caches of the holes as well: regions
 /// that share a hole belong to one thread at a time. What changes inside a hole is not noticed by the regions that hold
@@ -38,7 +42,7 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     /// A region of these vertices, with label 0 and without holes. Without arguments: the empty region.
     ///
     /// An outline that crosses itself is kept (eKeep), or replaced by its outer hull (eOuterHull) or by its regularised
-    /// form (eRegularize), with all else that these bring; any other mode keeps it.
+    /// form (eRegularize), which have label 0; any other mode keeps it.
     /// Throws: what outerHull() and regularize() do.
     explicit gmRegion(const std::vector<gmVector<2>>& points = {},
                       gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
@@ -49,6 +53,7 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
 
     /// Shares the holes and copies everything else, filled caches included. Assignment is no change that is reported or
     /// cleaned up after. A region may be assigned from one that only it keeps alive, like one of its own holes.
+    /// Deliberate: whoever assigns to the gmContour part alone leaves the region its old measures and results.
     gmRegion(const gmRegion& other);
     gmRegion& operator=(const gmRegion& other);
     /// Lets go of the holes. However deep they are nested, the stack does not grow with them.
@@ -56,15 +61,17 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
 
     /// True when the outlines are equal as contours.
     /// Deliberate: the holes are not compared.
+    using gmContour::operator==;
+    using gmContour::operator!=;
     bool operator==(const gmRegion& other) const;
     bool operator!=(const gmRegion& other) const { return !(*this == other); }
 
     const std::vector<RegionCPtr>& holes() const { return holes_; }
-    /// Replaces the holes, in this order; an empty vector removes them all. Every cache is dropped, also when the holes
-    /// are refused; then those before them stay.
+    /// Replaces the holes, in this order; an empty vector removes them all. Every cache is dropped, and the change is
+    /// reported, also when the new holes are refused; then the region keeps the old ones.
     /// Throws: gmBadPointer for an empty handle; gmContourDefs::BadParams "holes cannot intersect region" for a hole
     /// whose outline has a point in common with this one's, as gmContour::intersections finds them;
-    /// gmContourDefs::EmptyContour when this region has no vertex.
+    /// gmContourDefs::EmptyContour for any hole when this region has no vertex.
     /// Cost: that of the intersections with each hole.
     void holes(const std::vector<RegionCPtr>& newHoles);
     void holes(const std::vector<gmPtrHandle<gmRegion>>& newHoles);
@@ -84,13 +91,13 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
 
     /// Whether the point is inside the outline and, with `considerHoles`, not inside a hole.
     ///
-    /// A point is inside an outline when a ray from it crosses the outline an odd number of times. So a lobe that the
-    /// outline runs around twice is outside, as is a point that the ray's grazing of an edge misjudges. The ray takes a
-    /// direction that no vertex lies in: the middle of the first gap between the directions of neighbouring vertices,
-    /// counted from 0 on, that is wider than pi / n; it is twice as long as the largest distance from the first vertex.
-    /// Tolerance: a point within 1e-6 of a vertex is inside; an edge within 1e-6 of the point is not counted, so that
-    /// which side of an edge a point on it belongs to is not to be relied on. Outside the bounding box (its border
-    /// included in it) nothing is inside.
+    /// A point is inside an outline when a ray from it crosses the outline an odd number of times; so a place that the
+    /// outline runs around twice is outside. The ray passes between the vertices: of the directions from the point to
+    /// all vertices, sorted from 0 on, it takes the middle of the first two neighbours that are more than pi / n apart.
+    /// It is twice as long as the largest distance from the first vertex to another.
+    /// Outside the bounding box no point is inside; one on its border is decided like any other.
+    /// Tolerance: a point within 1e-6 of a vertex is inside. An edge within 1e-6 of the point is not counted: on which
+    /// side of an edge a point lies that is so close is not to be relied on.
     /// With holes: a point on a hole's vertex is inside the hole and so outside the region.
     /// Deliberate: of an outline with a vertex that is NaN every point of the bounding box is inside.
     /// Throws: gmContourDefs::BadParams "holes form a cycle" when the answer for a hole would depend on itself.
@@ -113,6 +120,11 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     /// The distance from `p` to closestPoint(p, vertexOnly, considerHoles); with `insideIsZero`, 0 for a point inside.
     double distToPoint(const gmVector<2>& p, bool vertexOnly, bool considerHoles, bool insideIsZero) const;
 
+    /// The crossings with the outline alone, as those of any contour.
+    std::vector<gmVector<2>> intersections(const gmContour& other) const { return gmContour::intersections(other); }
+    std::vector<gmVector<2>> intersections(const gmLineSeg& seg, bool includeEndpointEdges) const {
+        return gmContour::intersections(seg, includeEndpointEdges);
+    }
     /// The crossings of `other` with the outline and then, with `considerHoles`, with each hole's outline, as
     /// gmContour::intersections lists them: neither sorted nor merged across outlines.
     std::vector<gmVector<2>> intersections(const gmContour& other, bool considerHoles) const;
@@ -142,29 +154,32 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
 
     // ----- Clean-up: region_topology.cpp
 
-    /// Makes `out` the outer boundary of an outline that crosses itself, traced once around. Where the boundary touches
-    /// itself it passes more than once, so that a bow-tie becomes two triangles that share a vertex. Of an outline that
-    /// does not cross itself, a copy of the region, with its holes. `out` may be this region.
-    /// Deliberate: a traced result has no holes, whatever the region had; its label is 0, its cachedVectorSize 3.
+    /// Makes `out` the outer boundary of an outline that crosses itself, traced until it is back at its start. Where
+    /// the boundary touches itself it passes more than once, so that a bow-tie becomes two triangles that share a
+    /// vertex; an outline with many crossings gets many times as many vertices. Of an outline that does not cross
+    /// itself, a copy of the region, with its holes. `out` may be this region. Deliberate: a traced result has no
+    /// holes, whatever the region had; its label is 0, its cachedVectorSize 3.
     ///
-    /// Method: from an edge that has nothing on one side, along the outline; at every crossing, turn into the crossing
-    /// edge and go on in the other direction, until it is back. Of an outline that crosses itself in a few clear places
-    /// that is all of it; one that winds around an area many times may come back early and lose large parts, and what
-    /// comes of one that passes through its own vertices is not to be relied on.
-    /// Throws: gmContourDefs::BadParams "invalid contour" when no edge qualifies as a start, or the trace never comes
-    /// back to it; `out` is as it was. Cost: O(n * n) for the start at the worst, O(n) for each traced vertex; later
-    /// that of a copy.
+    /// Method: from an edge that meets its two neighbours and nothing else, and has nothing on one side (the closing
+    /// edge is not tried), along the outline; at every crossing, turn into the crossing edge and go on in the other
+    /// direction, until it is back. Of an outline that crosses itself in a few clear places that is all of it; one that
+    /// winds around an area many times may come back early and lose large parts, and what comes of one that passes
+    /// through its own vertices is not to be relied on. Vertices in the middle of straight sides stand in the way of a
+    /// start: the edges on both sides of one are parallel, and do not meet. Throws: gmContourDefs::BadParams "invalid
+    /// contour" when no edge qualifies as a start, or the trace never comes back to it; `out` is as it was. Cost: O(n *
+    /// n) for the start at the worst, O(n) for each traced vertex; later that of a copy.
     void regularize(gmRegion& out) const;
 
     /// The same, and then: the traced loop is cut apart where it touches itself (vertices closer than 1e-6), loops that
     /// lie inside others are dropped, loops that share a vertex are joined again, and the first of what is left is
     /// kept. Deliberate: others are lost.
+    /// Cost: for a traced loop of m vertices that touches itself t times, O(t * m log m) more at the worst.
     void outerHull(gmRegion& out) const;
 
     // ----- Drawing: draw.cpp
 
     using gmContour::draw;
-    /// Deliberate: draws nothing. The other draw draws the outline; the holes draw themselves.
+    /// Deliberate: draws nothing. The other draw draws the outline, and no operation the holes.
     virtual void draw(gmUITablet& tablet, const gmColor& color, const gmUITablet::Layers& layers) const;
 
     // ----- Archives: persist.cpp

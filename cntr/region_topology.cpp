@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <optional>
@@ -122,30 +123,25 @@ void dropNested(RegionList& regions) {
             ++i;
 }
 
-/// The box around everything that may touch a vertex of the region.
-gmRect reachOf(const gmRegion& region) {
-    const gmRect box = region.encloseRect(gmXform<2>::I);
-    const gmVector<2> margin(2.0 * detail::touching, 2.0 * detail::touching);
-    return gmRect(box.lower() - margin, {}).enclose(gmRect(box.upper() + margin, {}));
+/// Whether a vertex of one region touches one of the other.
+bool areTouching(const gmRegion& a, const gmRegion& b) {
+    const Loop& vertices = b.points();
+    return std::any_of(vertices.begin(), vertices.end(),
+                       [&](const gmVector<2>& v) { return !a.vertexIndex(v, detail::touching).empty(); });
 }
 
-/// If a vertex of `a` touches one of `b`: the loop around a from there, and then around b from there.
-std::optional<Loop> join(const gmRegion& a, const gmRegion& b) {
+/// The loop around `a` from its first vertex that touches one of `b`, and then around `b` from there.
+Loop join(const gmRegion& a, const gmRegion& b) {
     const Loop& aLoop = a.points();
     const Loop& bLoop = b.points();
-    const gmRect reach = reachOf(b);
-    for (std::size_t k = 0; k < aLoop.size(); ++k) {
-        if (!reach.within(aLoop[k]))
-            continue;
-        const std::vector<int> touching = b.vertexIndex(aLoop[k], detail::touching);
-        if (touching.empty())
-            continue;
-        Loop joined = stretch(aLoop, k, aLoop.size());
-        const Loop rest = stretch(bLoop, static_cast<std::size_t>(touching.front()), bLoop.size());
-        joined.insert(joined.end(), rest.begin(), rest.end());
-        return joined;
-    }
-    return std::nullopt;
+    std::size_t k = 0;
+    while (b.vertexIndex(aLoop[k], detail::touching).empty())
+        ++k;
+    Loop joined = stretch(aLoop, k, aLoop.size());
+    const auto first = static_cast<std::size_t>(b.vertexIndex(aLoop[k], detail::touching).front());
+    const Loop rest = stretch(bLoop, first, bLoop.size());
+    joined.insert(joined.end(), rest.begin(), rest.end());
+    return joined;
 }
 
 /// Joins regions that share a vertex, from the first on. Those before `a` touch none of the others, nor therefore what
@@ -153,8 +149,8 @@ std::optional<Loop> join(const gmRegion& a, const gmRegion& b) {
 void joinTouching(RegionList& regions) {
     for (std::size_t a = 0; a < regions.size(); ++a)
         for (std::size_t b = a + 1; b < regions.size();) {
-            if (const std::optional<Loop> joined = join(*regions[a], *regions[b])) {
-                regions[a] = gmPtrHandle<gmRegion>(new gmRegion(*joined));
+            if (areTouching(*regions[a], *regions[b])) {
+                regions[a] = gmPtrHandle<gmRegion>(new gmRegion(join(*regions[a], *regions[b])));
                 remove(regions, b);
                 b = a + 1;
             } else {
@@ -249,7 +245,7 @@ std::vector<gmVector<2>> gmRegion::traceBoundary(std::size_t start) const {
             step.index = static_cast<std::size_t>(edges.front());
         }
         traced.push_back(step.position);
-        if (step.position != home && watch.cameBack(step))
+        if (watch.cameBack(step))
             throw gmContourDefs::BadParams("invalid contour");
     } while (step.position != home);
     return traced;

@@ -4,5 +4,5 @@
 
 class gmRegion;
 
-/// A shared region that nobody changes: what holds the holes of a region, and the results that shapes keep.
+/// A shared region that is only read: what holds the holes of a region, and the results that shapes keep.
 using RegionCPtr = gmPtrHandle_const<gmRegion>;

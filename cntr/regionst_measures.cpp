@@ -41,9 +41,12 @@ gmMatrix<2> gmRegionSet::inertiaMatrix(bool considerHoles) const {
     checkEmptyRegionSet();
     return remembered(caches_.inertiaMatrix[considerHoles], [&] {
         gm_InertiaData all;
-        for (const RegionCPtr& region : regions_)
-            all = all + gm_InertiaData(region->area(considerHoles), region->centerOfMass(considerHoles),
-                                       region->inertiaMatrix(considerHoles));
+        for (const RegionCPtr& region : regions_) {
+            // One after the other: what fails decides what the region remembers.
+            const double area = region->area(considerHoles);
+            const gmVector<2> center = region->centerOfMass(considerHoles);
+            all = all + gm_InertiaData(area, center, region->inertiaMatrix(considerHoles));
+        }
         return all.inertiaMatrix();
     });
 }

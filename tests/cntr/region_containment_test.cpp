@@ -8,8 +8,10 @@
 #include "tests/support/testcontour.h"
 #include "tests/support/testregion.h"
 
+using support::Handle;
 using support::Holes;
 using support::insideCount;
+using support::OwnHoles;
 using support::points;
 using support::region;
 using support::shared;
@@ -19,8 +21,6 @@ using testing::ThrowsMessage;
 
 namespace {
 
-using OwnHoles = std::vector<gmPtrHandle<gmRegion>>;
-using Handle = gmPtrHandle<gmRegion>;
 using Empty = gmContourDefs::EmptyContour;
 using BadParams = gmContourDefs::BadParams;
 

@@ -10,10 +10,13 @@
 #include "tests/support/testregion.h"
 
 using support::ChangeCounter;
+using support::Handle;
 using support::Holes;
+using support::OwnHoles;
 using support::points;
 using support::region;
 using support::shared;
+using support::testRegion;
 using support::TestRegion;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -21,18 +24,10 @@ using testing::ThrowsMessage;
 
 namespace {
 
-using OwnHoles = std::vector<gmPtrHandle<gmRegion>>;
-using Handle = gmPtrHandle<gmRegion>;
 using BadParams = gmContourDefs::BadParams;
 
 const char* const square = "0 0, 10 0, 10 10, 0 10";
 const char* const inSquare = "4 4, 6 4, 6 6, 4 6";
-
-TestRegion testRegion(const char* vertices) {
-    TestRegion region;
-    region.points(points(vertices));
-    return region;
-}
 
 /// On the heap, to be a hole and to be changed.
 Handle own(const char* vertices) {

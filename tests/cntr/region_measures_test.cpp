@@ -9,11 +9,14 @@
 #include "tests/support/testcontour.h"
 #include "tests/support/testregion.h"
 
+using support::Handle;
 using support::Holes;
+using support::OwnHoles;
 using support::points;
 using support::region;
 using support::same;
 using support::shared;
+using support::testRegion;
 using support::TestRegion;
 using testing::Property;
 using testing::Throws;
@@ -21,20 +24,11 @@ using testing::ThrowsMessage;
 
 namespace {
 
-using OwnHoles = std::vector<gmPtrHandle<gmRegion>>;
-using Handle = gmPtrHandle<gmRegion>;
 using Empty = gmContourDefs::EmptyContour;
 using BadParams = gmContourDefs::BadParams;
 
 const char* const square = "0 0, 10 0, 10 10, 0 10";
 const char* const inSquare = "1 1, 3 1, 3 3, 1 3";
-
-TestRegion testRegion(const char* vertices, const Holes& holes = {}) {
-    TestRegion region;
-    region.points(points(vertices));
-    region.holes(holes);
-    return region;
-}
 
 /// A hole that no setter takes.
 void addHoleSecretly(const gmRegion& region, const RegionCPtr& hole) {

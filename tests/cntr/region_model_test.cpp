@@ -17,6 +17,7 @@ using support::points;
 using support::region;
 using support::same;
 using support::shared;
+using support::testRegion;
 using support::TestRegion;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -37,12 +38,6 @@ gmRegion plate(const char* hole = inSquare) {
     gmRegion plate = region(square);
     plate.holes(Holes{shared(hole)});
     return plate;
-}
-
-TestRegion testRegion(const char* vertices) {
-    TestRegion region;
-    region.points(points(vertices));
-    return region;
 }
 
 /// Everything that a region answers of its outline is what a region that is made anew answers.

@@ -106,6 +106,15 @@ TEST(RegionArchive, ReadsTheFirstVersionWithoutLabelAndWithoutHoles) {
     EXPECT_TRUE(target.holes().empty());
 }
 
+TEST(RegionArchive, AnswersForWhatWasReadOfTheFirstVersionBeforeARefusal) {
+    gmRegion target = region("3 3, 9 3, 9 9");
+    EXPECT_EQ(target.area(false), 18.0);
+    EXPECT_THROW(load(legacy.substr(0, legacy.size() - 3), target), gmArchive::Truncated);
+    EXPECT_EQ(target.points(), (std::vector<gmVector<2>>{{1, -2}}));
+    EXPECT_THROW(target.area(false), gmContourDefs::EmptyContour);
+    EXPECT_EQ(target.length(), 0.0);
+}
+
 TEST(RegionArchive, LeavesHolesAloneThatTheFirstVersionDoesNotSpeakOf) {
     gmRegion target = region("0 0, 10 0, 10 10, 0 10");
     target.holes(Holes{shared("4 4, 6 4, 6 6, 4 6")});

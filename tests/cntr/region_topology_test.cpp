@@ -14,6 +14,7 @@ using support::points;
 using support::region;
 using support::shared;
 using support::splice;
+using support::testRegion;
 using support::TestRegion;
 using testing::ElementsAre;
 using testing::Property;
@@ -47,12 +48,6 @@ const char* const endless[] = {"0 0, 0 2, 2 1, 0 1, 1 1", "1 4, 4 1, 0 4, 3 4, 2
 /// Regularising and the outer hull share most of what they promise.
 using CleanUp = void (gmRegion::*)(gmRegion&) const;
 const CleanUp cleanUps[] = {&gmRegion::regularize, &gmRegion::outerHull};
-
-TestRegion testRegion(const char* vertices) {
-    TestRegion region;
-    region.points(points(vertices));
-    return region;
-}
 
 Points regularized(const gmRegion& region) {
     gmRegion out;

@@ -36,7 +36,9 @@ inline void splice(const gmRegion& region, const gmRegion& other, gmRegion& out)
 /// A region that lets tests at what only derived classes see.
 class TestRegion : public gmRegion {
   public:
-    using gmRegion::gmRegion;
+    TestRegion() = default;
+    // The outline is a virtual base, so it is the most derived class that constructs it.
+    explicit TestRegion(const std::vector<gmVector<2>>& points) : gmContour(points, true), gmRegion(points) {}
 
     using gmContour::medianFeatureSize;
     using gmRegion::checkEmptyContour;
@@ -48,16 +50,24 @@ class TestRegion : public gmRegion {
     }
 };
 
+using Holes = std::vector<RegionCPtr>;
+using OwnHoles = std::vector<gmPtrHandle<gmRegion>>;
+using Handle = gmPtrHandle<gmRegion>;
+
 /// region("0 0, 4 0, 4 3") is the triangle.
 inline gmRegion region(const std::string& vertices, gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep) {
     return gmRegion(points(vertices), mode);
+}
+
+inline TestRegion testRegion(const std::string& vertices, const Holes& holes = {}) {
+    TestRegion region(points(vertices));
+    region.holes(holes);
+    return region;
 }
 
 /// The same on the heap, to be a hole.
 inline RegionCPtr shared(const std::string& vertices) {
     return RegionCPtr(new gmRegion(points(vertices)));
 }
-
-using Holes = std::vector<RegionCPtr>;
 
 }  // namespace support
