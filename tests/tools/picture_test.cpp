@@ -185,7 +185,8 @@ TEST(Picture, HasRoomForWhatWasCleaned) {
 std::string beforeAndAfter(const std::string& wkt) {
     const mokshape::OutlineFile before = support::taken(wkt).file;
     std::ostringstream out;
-    mokshape::writeBeforeAndAfter(out, before, support::taken(wkt, gmContourDefs::eRegularize));
+    const mokshape::RegionFile after = support::taken(wkt, gmContourDefs::eRegularize);
+    mokshape::writeBeforeAndAfter(out, before, after.file.outlines, after.replaced);
     return out.str();
 }
 

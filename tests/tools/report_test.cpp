@@ -21,6 +21,7 @@ using mokshape::MeasuredFile;
 using mokshape::Table;
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 MeasuredFile measured(const std::string& name, std::vector<mokshape::Outline> outlines,
@@ -48,6 +49,9 @@ TEST(TableReport, AlignsItsColumnsAndRounds) {
         "diameter   major  minor angle  crossing\n"
         "1             4  14.000  12.000  3.0000 2.5000      1  8.0000 3.2500 2.6250  1.0000 1.0000 4.0000 3.0000    "
         "5.0000  5.0000 5.0000   0.0  no\n"
+        "all           4       -  12.000  3.0000 2.5000      1  8.0000 3.2500 2.6250  1.0000 1.0000 4.0000 3.0000    "
+        "     -       -      -     -  no\n"
+        "second moments of all: xx 16, xy 0, yy 9\n"
         "\n"
         "1 outline, 4 vertices, 1 hole, 0 self-crossing\n");
 }
@@ -84,6 +88,58 @@ TEST(TableReport, OfNoOutlineIsItsSummary) {
               "0 outlines, 0 vertices, 0 holes, 0 self-crossing\n");
 }
 
+const std::string crossingSquares = "POLYGON((0 0,4 0,4 4,0 4,0 0));POLYGON((2 2,6 2,6 6,2 6,2 2));";
+
+TEST(TableReport, EndsWithAllPolygonsTogetherButNoLines) {
+    const std::string text =
+        report(Format::eTable, {measured("a.wkt", mokshape::readWkt(crossingSquares + "LINESTRING(0 0,99 0)"))});
+    EXPECT_THAT(text,
+                HasSubstr("\nall                     8       -  32.000   3.000 3.0000      0  32.000 3.0000 3.0000  "
+                          "0.0000 0.0000  6.000 6.0000         -       -      -     -  yes\n"
+                          "second moments of all: xx 74.667, xy 32, yy 74.667\n\n3 outlines, "));
+    const auto noPolygon = mokshape::readWkt("LINESTRING(0 0,99 0);POLYGON EMPTY");
+    EXPECT_THAT(report(Format::eTable, {measured("a.wkt", noPolygon)}), Not(HasSubstr("all")));
+}
+
+TEST(TableReport, DoesNotShowTheRoundingOfAMomentThatVanishes) {
+    const auto turned = mokshape::readWkt("POLYGON((0.1 0.3,0.7 0.3,0.7 0.9,0.1 0.9,0.1 0.3))");
+    const MeasuredFile file = measured("a.wkt", turned);
+    ASSERT_NE((*file.all->moments)(0, 1), 0.0);
+    EXPECT_THAT(report(Format::eTable, {file}), HasSubstr(": xx 0.0108, xy 0, yy 0.0108\n"));
+}
+
+TEST(TableReport, LeavesOutMomentsThatDoNotExist) {
+    const std::string text =
+        report(Format::eTable, {measured("a.wkt", mokshape::readWkt("POLYGON((0 0,1 0,2 0,0 0))"))});
+    EXPECT_THAT(text, HasSubstr("\nall "));
+    EXPECT_THAT(text, Not(HasSubstr("moments")));
+}
+
+TEST(CsvReport, HasARowForTheSetOfEachFileWithPolygons) {
+    const auto line = mokshape::readWkt("LINESTRING(0 0,1 1)");
+    const std::string text = report(
+        Format::eCsv, {measured("a.wkt", mokshape::readWkt(crossingSquares)), measured("b.wkt", line),
+                       measured("c.wkt", {}), measured("d.wkt", mokshape::readWkt("POLYGON((0 0,1 0,2 0,0 0))"))});
+    EXPECT_THAT(text, HasSubstr("\na.wkt,,,set,,,8,,32,3,3,0,32,3,3,0,0,6,6,,,,,,,,true,,"));
+    EXPECT_THAT(text, HasSubstr("\nd.wkt,,,set,,,3,,0,,,0,0,,,0,0,2,0,,,,,,,,false,,,,\n"));
+    EXPECT_THAT(text, Not(HasSubstr("\nb.wkt,,,set")));
+    EXPECT_THAT(text, Not(HasSubstr("\nc.wkt,,,set")));
+}
+
+TEST(JsonReport, HasASetForEachFileWithPolygons) {
+    const auto squares = mokshape::readWkt(crossingSquares);
+    const auto files = {measured("a.wkt", squares), measured("b.wkt", mokshape::readWkt("LINESTRING(0 0,1 1)")),
+                        measured("c.wkt", mokshape::readWkt("POLYGON((0 0,1 0,2 0,0 0))"))};
+    const auto sets = nlohmann::json::parse(report(Format::eJson, files))["sets"];
+    ASSERT_EQ(sets.size(), 2u);
+    EXPECT_EQ(sets[0]["file"], "a.wkt");
+    EXPECT_EQ(sets[0]["polygons"], 2);
+    EXPECT_EQ(sets[0]["selfCrossing"], true);
+    EXPECT_EQ(sets[1]["file"], "c.wkt");
+    EXPECT_TRUE(sets[1]["moments"].is_null());
+    EXPECT_TRUE(sets[1]["centre"].is_null());
+}
+
 TEST(TableReport, NumbersPartsOfAFeature) {
     const std::string text =
         report(Format::eTable, {measured("a.wkt", mokshape::readWkt("MULTILINESTRING((0 0,1 1),(2 2,3 4))"))});
@@ -95,7 +151,7 @@ TEST(TableReport, TellsWhichOutlinesWereCleaned) {
     const auto outlines = mokshape::readWkt("POLYGON((0 0,4 4,4 0,0 4,0 0));POLYGON((9 0,9 4,5 2,9 0))");
     const std::string text = report(Format::eTable, {measured("a.wkt", outlines, gmContourDefs::eRegularize)});
     EXPECT_THAT(text, HasSubstr("  cleaned\n2 "));
-    EXPECT_THAT(text, EndsWith("  no\n\n2 outlines, 9 vertices, 0 holes, 0 self-crossing, 1 cleaned\n"));
+    EXPECT_THAT(text, EndsWith("\n\n2 outlines, 9 vertices, 0 holes, 0 self-crossing, 1 cleaned\n"));
 }
 
 TEST(CsvReport, WritesNumbersThatRoundTripAndNothingForMissingOnes) {
@@ -103,10 +159,12 @@ TEST(CsvReport, WritesNumbersThatRoundTripAndNothingForMissingOnes) {
                                     measured("b.wkt", mokshape::readWkt("LINESTRING(0 0,0.3 0.4);POLYGON EMPTY"))}),
               "file,feature,part,kind,label,closed,vertices,length,area,centre_x,centre_y,holes,area_with_holes,"
               "centre_with_holes_x,centre_with_holes_y,box_x,box_y,box_width,box_height,diameter,ellipse_x,ellipse_y,"
-              "ellipse_major,ellipse_minor,ellipse_angle,ellipse_residual,self_crossing,cleaned\n"
-              "a.geojson,1,1,polygon,1,true,4,14,12,3,2.5,1,8,3.25,2.625,1,1,4,3,5,3,2.5,5,5,0,0,false,false\n"
-              "b.wkt,1,1,line,0,false,2,0.5,,0.15,0.2,0,,,,0,0,0.3,0.4,0.5,,,,,,,false,false\n"
-              "b.wkt,2,1,polygon,0,true,0,,,,,0,,,,,,,,,,,,,,,false,false\n");
+              "ellipse_major,ellipse_minor,ellipse_angle,ellipse_residual,self_crossing,cleaned,moment_xx,moment_xy,"
+              "moment_yy\n"
+              "a.geojson,1,1,polygon,1,true,4,14,12,3,2.5,1,8,3.25,2.625,1,1,4,3,5,3,2.5,5,5,0,0,false,false,,,\n"
+              "a.geojson,,,set,,,4,,12,3,2.5,1,8,3.25,2.625,1,1,4,3,,,,,,,,false,,16,0,9.000000000000004\n"
+              "b.wkt,1,1,line,0,false,2,0.5,,0.15,0.2,0,,,,0,0,0.3,0.4,0.5,,,,,,,false,false,,,\n"
+              "b.wkt,2,1,polygon,0,true,0,,,,,0,,,,,,,,,,,,,,,false,false,,,\n");
 }
 
 TEST(CsvReport, QuotesNamesAsSpreadsheetsExpect) {
@@ -117,9 +175,9 @@ TEST(CsvReport, QuotesNamesAsSpreadsheetsExpect) {
 
 TEST(CsvReport, TellsWhichOutlinesWereCleaned) {
     const auto bowTie = mokshape::readWkt("POLYGON((0 0,4 4,4 0,0 4,0 0))");
-    EXPECT_THAT(report(Format::eCsv, {measured("a.wkt", bowTie)}), EndsWith(",true,false\n"));
+    EXPECT_THAT(report(Format::eCsv, {measured("a.wkt", bowTie)}), HasSubstr(",true,false,,,\na.wkt,,,set,"));
     EXPECT_THAT(report(Format::eCsv, {measured("a.wkt", bowTie, gmContourDefs::eOuterHull)}),
-                EndsWith(",false,true\n"));
+                HasSubstr(",false,true,,,\na.wkt,,,set,"));
 }
 
 TEST(JsonReport, IsOneDocumentWithEveryMeasure) {
@@ -137,6 +195,10 @@ TEST(JsonReport, IsOneDocumentWithEveryMeasure) {
         "file":"b.wkt","feature":1,"part":1,"kind":"polygon","label":0,"closed":true,"vertices":0,
         "length":null,"area":null,"centre":null,"holes":0,"areaWithHoles":null,"centreWithHoles":null,
         "box":null,"diameter":null,"ellipse":null,"selfCrossing":false,"cleaned":false})"));
+    EXPECT_EQ(document["sets"], nlohmann::json::parse(R"([{
+        "file":"a.geojson","polygons":1,"vertices":4,"area":12,"centre":[3,2.5],"holes":1,"areaWithHoles":8,
+        "centreWithHoles":[3.25,2.625],"box":{"x":1,"y":1,"width":4,"height":3},
+        "moments":{"xx":16,"xy":0,"yy":9.000000000000004},"selfCrossing":false}])"));
     EXPECT_EQ(document["summary"],
               nlohmann::json::parse(R"({"outlines":2,"vertices":4,"holes":1,"selfCrossing":0,"cleaned":0})"));
 }
@@ -170,6 +232,19 @@ TEST(Table, RoundsAColumnByItsLargestNumber) {
               "1234.6  1e+12  1.2346e-09\n"
               "   0.0    2.5           0\n"
               "     -      0           -\n");
+}
+
+TEST(Table, RoundsTotalsLikeTheNumbersAboveThem) {
+    Table table;
+    table.addNumbers("", "a", {1234.567, -0.001}, Table::Numbers{54321.678});
+    table.addNumbers("", "b", {2.5, 1.0}, Table::Numbers{1e12});
+    table.addNumbers("", "c", {2.5, 1.0}, Table::Numbers{std::nullopt});
+    EXPECT_EQ(table.text(),
+              "\n"
+              "      a      b       c\n"
+              " 1234.6    2.5  2.5000\n"
+              "    0.0      1  1.0000\n"
+              "54321.7  1e+12       -\n");
 }
 
 TEST(Table, PutsAHeadingOverItsGroup) {

@@ -7,6 +7,7 @@
 #include "tools/io/file.h"
 #include "tools/mokshape/inside.h"
 #include "tools/mokshape/measure.h"
+#include "tools/mokshape/merge.h"
 #include "tools/mokshape/regularize.h"
 
 namespace {
@@ -20,7 +21,7 @@ int answer(const CLI::App& program, const CLI::ParseError& request) {
 }
 
 int run(int argc, char** argv) {
-    CLI::App program("Measures, asks and cleans outlines that lie in GeoJSON and WKT files.", "mokshape");
+    CLI::App program("Measures, asks, cleans and merges outlines that lie in GeoJSON and WKT files.", "mokshape");
     program.set_version_flag("--version", "mokshape " MOKSHAPE_VERSION);
     program.require_subcommand(1);
     program.footer(
@@ -28,11 +29,13 @@ int run(int argc, char** argv) {
         "  mokshape measure samples/coins.geojson\n"
         "  mokshape inside samples/coins.geojson --point 45,70\n"
         "  mokshape regularize samples/lasso.geojson -o simple.geojson\n"
+        "  mokshape merge parts.geojson -o merged.geojson\n"
         "\n"
         "mokshape SUBCOMMAND --help tells more.\n");
     mokshape::addMeasure(program);
     mokshape::addInside(program);
     mokshape::addRegularize(program);
+    mokshape::addMerge(program);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& request) {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "cntr/inertia.h"
+#include "cntr/regionst.h"
 #include "tools/mokshape/progress.h"
 
 namespace mokshape {
@@ -39,6 +40,10 @@ std::optional<Measures::FittedEllipse> ellipseOf(const gmContour& contour) {
     return fits ? std::optional(fit) : std::nullopt;
 }
 
+std::optional<gmRect> ifFinite(const gmRect& box) {
+    return isFinite(box.size()) ? std::optional(box) : std::nullopt;
+}
+
 /// What a line and the outline of a region have in common.
 Measures measureOutline(const gmContour& contour, double area) {
     Measures measures;
@@ -47,9 +52,7 @@ Measures measureOutline(const gmContour& contour, double area) {
         return measures;
     measures.length = ifFinite(contour.length());
     measures.centre = centreOf(contour, area);
-    const gmRect box = contour.encloseRect(gmXform<2>::I);
-    if (isFinite(box.size()))
-        measures.box = box;
+    measures.box = ifFinite(contour.encloseRect(gmXform<2>::I));
     measures.diameter = ifFinite(contour.diameter(gmContourDefs::eMaxVertexPair));
     measures.ellipse = ellipseOf(contour);
     if (contour.isSelfIntersecting())
@@ -57,14 +60,52 @@ Measures measureOutline(const gmContour& contour, double area) {
     return measures;
 }
 
+/// One that was never asked: only the first centre with holes is one, and a copy of a region counts as asked when the
+/// region was.
+RegionCPtr fresh(const gmRegion& region) {
+    const gmPtrHandle<gmRegion> result(new gmRegion(region.points()));
+    result->holes(region.holes());
+    return result;
+}
+
 std::optional<gmVector<2>> centreWithHolesOf(const gmRegion& region, double areaWithHoles) {
     if (!(std::fabs(areaWithHoles) > vanishingArea))
         return std::nullopt;
-    // Only the first answer with holes is one, and a copy of a region counts as asked when the region was.
-    gmRegion fresh(region.points());
-    fresh.holes(region.holes());
-    const gmVector<2> centre = fresh.centerOfMass(true);
+    const gmVector<2> centre = fresh(region)->centerOfMass(true);
     return isFinite(centre) ? std::optional(centre) : std::nullopt;
+}
+
+/// The library's moments of an outline that runs clockwise depend on where it starts.
+RegionCPtr counterClockwise(const RegionCPtr& region) {
+    const std::vector<gmVector<2>>& points = region->points();
+    if (gf_InertiaDataPolygon(points).area() >= 0.0)
+        return region;
+    return RegionCPtr(new gmRegion(std::vector<gmVector<2>>(points.rbegin(), points.rend())));
+}
+
+/// Made of those that have a centre: the library takes (0, 0) for that of others.
+template <class Make>
+gmRegionSet setOfHeavy(const std::vector<RegionCPtr>& regions, bool considerHoles, Make make) {
+    std::vector<RegionCPtr> heavy;
+    for (const RegionCPtr& region : regions)
+        if (std::fabs(region->area(considerHoles)) > vanishingArea)
+            heavy.push_back(make(region));
+    return gmRegionSet(heavy);
+}
+
+std::optional<gmVector<2>> centreOf(const gmRegionSet& heavy, bool considerHoles) {
+    if (!(std::fabs(heavy.area(considerHoles)) > vanishingArea))
+        return std::nullopt;
+    const gmVector<2> centre = heavy.centerOfMass(considerHoles);
+    return isFinite(centre) ? std::optional(centre) : std::nullopt;
+}
+
+std::optional<gmMatrix<2>> momentsOf(const gmRegionSet& heavy) {
+    if (heavy.regions().empty())
+        return std::nullopt;
+    const gmMatrix<2> moments = heavy.inertiaMatrix(false);
+    const bool areFinite = isFinite({moments(0, 0), moments(0, 1)}) && std::isfinite(moments(1, 1));
+    return areFinite ? std::optional(moments) : std::nullopt;
 }
 
 }  // namespace
@@ -87,16 +128,43 @@ Measures measureRegion(const gmRegion& region) {
     return measures;
 }
 
+SetMeasures measureSet(const std::vector<RegionCPtr>& regions) {
+    SetMeasures measures;
+    const gmRegionSet all(regions);
+    measures.polygons = regions.size();
+    for (const RegionCPtr& region : regions) {
+        measures.vertices += region->points().size();
+        measures.holes += region->holes().size();
+    }
+    measures.area = ifFinite(all.area(false));
+    measures.areaWithHoles = ifFinite(all.area(true));
+    if (!regions.empty())
+        measures.box = ifFinite(all.encloseRect(gmXform<2>::I));
+    measures.isSelfCrossing = all.isSelfIntersecting();
+    const gmRegionSet outlines = setOfHeavy(regions, false, counterClockwise);
+    measures.centre = centreOf(outlines, false);
+    measures.moments = momentsOf(outlines);
+    const auto freshOf = [](const RegionCPtr& region) { return fresh(*region); };
+    measures.centreWithHoles =
+        measures.holes == 0 ? measures.centre : centreOf(setOfHeavy(regions, true, freshOf), true);
+    return measures;
+}
+
 MeasuredFile measure(RegionFile regions, Progress& progress) {
     MeasuredFile result;
     result.measures.reserve(regions.shapes.size());
+    std::vector<RegionCPtr> polygons;
     for (const Shape& shape : regions.shapes) {
         const std::vector<Outline>& outlines = regions.file.outlines;
+        if (!shape.region.isNull())
+            polygons.push_back(shape.region);
         result.measures.push_back(shape.region.isNull() ? measureLine(contourOf(outlines[shape.part.first]))
                                                         : measureRegion(*shape.region));
         for (std::size_t i = shape.part.first; i < shape.part.last; ++i)
             progress.advance(workOf(outlines[i]));
     }
+    if (!polygons.empty())
+        result.all = measureSet(polygons);
     result.regions = std::move(regions);
     return result;
 }

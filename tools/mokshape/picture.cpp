@@ -221,29 +221,30 @@ void writePicture(std::ostream& out, const std::vector<MeasuredFile>& files) {
     tablet.write(out);
 }
 
-void writeBeforeAndAfter(std::ostream& out, const OutlineFile& before, const RegionFile& after) {
+void writeBeforeAndAfter(std::ostream& out, const OutlineFile& before, const std::vector<Outline>& after,
+                         const std::vector<Outline>& replaced) {
     // The same for both, so that they lie alike in their panels.
     Extent extent;
     extent.add(before.outlines);
-    extent.add(after.file.outlines);
+    extent.add(after);
     const gmRect& both = extent.of(before.name);
     const std::vector<Panel> panels = both.isEmpty() ? std::vector<Panel>() : layOutInRow({both, both});
     gmSvgTablet tablet;
     startPicture(tablet, panels, "Outlines before and after they were cleaned");
     const auto place = [](const Outline& outline) { return std::tuple(outline.feature, outline.part, outline.ring); };
-    std::set<std::tuple<std::size_t, std::size_t, std::size_t>> replaced;
-    for (const Outline& outline : after.replaced)
-        replaced.insert(place(outline));
+    std::set<std::tuple<std::size_t, std::size_t, std::size_t>> replacedPlaces;
+    for (const Outline& outline : replaced)
+        replacedPlaces.insert(place(outline));
     const auto draw = [&](const std::vector<Outline>& outlines, const Panel& panel, bool marks) {
         const Pen pen(tablet, panel);
         pen.drawFrame();
         for (const Outline& outline : outlines)
-            pen.draw(contourOf(outline), colorOf(outline, marks && replaced.count(place(outline)) > 0),
+            pen.draw(contourOf(outline), colorOf(outline, marks && replacedPlaces.count(place(outline)) > 0),
                      gmUITablet::eImageLayer);
     };
     if (!panels.empty()) {
         draw(before.outlines, panels[0], true);
-        draw(after.file.outlines, panels[1], false);
+        draw(after, panels[1], false);
     }
     tablet.write(out);
 }

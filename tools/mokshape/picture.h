@@ -15,8 +15,10 @@ namespace mokshape {
 /// Throws: FileError that names the file whose outlines are too far apart for a picture.
 void writePicture(std::ostream& out, const std::vector<MeasuredFile>& files);
 
-/// Draws the outlines of a file as they were and, to the right, as they are after clean-up, in the same colours.
+/// Draws the outlines of a file as they were and, to the right, as they are after clean-up, in the same colours. Those
+/// that were replaced have the colour of outlines that cross themselves.
 /// Throws: FileError that names the file whose outlines are too far apart for a picture.
-void writeBeforeAndAfter(std::ostream& out, const OutlineFile& before, const RegionFile& after);
+void writeBeforeAndAfter(std::ostream& out, const OutlineFile& before, const std::vector<Outline>& after,
+                         const std::vector<Outline>& replaced);
 
 }  // namespace mokshape

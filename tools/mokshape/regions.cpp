@@ -27,11 +27,6 @@ class Taker {
     }
 
   private:
-    [[noreturn]] void refuse(const Outline& outline, const std::string& why) const {
-        throw FileError(printable(file_.name) + ": " + placeText(outline.feature, outline.part, outline.ring) + ": " +
-                        why);
-    }
-
     void takeShape(const Part& part) {
         std::vector<Outline>& outlines = result_.file.outlines;
         Shape shape;
@@ -58,8 +53,8 @@ class Taker {
             // The library does not say which hole it is.
             for (std::size_t i = 0; i < holes.size(); ++i)
                 if (!region->intersections(*holes[i], false).empty())
-                    refuse(file_.outlines[part.first + 1 + i], error.what());
-            refuse(file_.outlines[part.first], error.what());
+                    refuse(file_.name, file_.outlines[part.first + 1 + i], error.what());
+            refuse(file_.name, file_.outlines[part.first], error.what());
         }
         return region;
     }
@@ -68,26 +63,12 @@ class Taker {
         const RegionPtr region(new gmRegion(contourOf(outline)));
         Outline taken = outline;
         if (mode_ != gmContourDefs::eKeep && region->isSelfIntersecting()) {
-            clean(*region, outline);
+            cleanOutline(*region, mode_, file_.name, outline);
             taken.points = region->points();
             result_.replaced.push_back(outline);
         }
         result_.file.outlines.push_back(std::move(taken));
         return region;
-    }
-
-    void clean(gmRegion& region, const Outline& outline) const {
-        try {
-            if (mode_ == gmContourDefs::eOuterHull)
-                region.outerHull(region);
-            else
-                region.regularize(region);
-        } catch (const gmException& error) {
-            refuse(outline, std::string("the outline crosses itself and cannot be cleaned: ") + error.what());
-        }
-        if (region.points().size() < 3)
-            refuse(outline, "the outline crosses itself and cannot be cleaned: next to nothing is left of it");
-        region.label(outline.label);
     }
 
     const OutlineFile file_;
@@ -104,6 +85,26 @@ gmContour contourOf(const Outline& outline) {
 
 RegionFile takeRegions(OutlineFile file, gmContourDefs::IntersectionMode mode, Progress& progress) {
     return Taker(std::move(file), mode, progress).take();
+}
+
+void cleanOutline(gmRegion& region, gmContourDefs::IntersectionMode mode, const std::string& file,
+                  const Outline& outline) {
+    const std::string why = "the outline crosses itself and cannot be cleaned: ";
+    try {
+        if (mode == gmContourDefs::eOuterHull)
+            region.outerHull(region);
+        else
+            region.regularize(region);
+    } catch (const gmException& error) {
+        refuse(file, outline, why + error.what());
+    }
+    if (region.points().size() < 3)
+        refuse(file, outline, why + "next to nothing is left of it");
+    region.label(outline.label);
+}
+
+void refuse(const std::string& file, const Outline& outline, const std::string& why) {
+    throw FileError(printable(file) + ": " + placeText(outline.feature, outline.part, outline.ring) + ": " + why);
 }
 
 std::vector<RegionFile> readRegions(const std::vector<std::string>& names, gmContourDefs::IntersectionMode mode,

@@ -38,6 +38,14 @@ RegionFile takeRegions(OutlineFile file, gmContourDefs::IntersectionMode mode, P
 std::vector<RegionFile> readRegions(const std::vector<std::string>& names, gmContourDefs::IntersectionMode mode,
                                     Progress& progress);
 
+/// Replaces the outline of a region that crosses itself, as the mode says; the label stays. `outline` is where it
+/// stands in the file. Throws: FileError that names file, feature, part and ring when nothing can be made of it.
+void cleanOutline(gmRegion& region, gmContourDefs::IntersectionMode mode, const std::string& file,
+                  const Outline& outline);
+
+/// Throws the FileError that names file, feature, part and ring.
+[[noreturn]] void refuse(const std::string& file, const Outline& outline, const std::string& why);
+
 /// How long an outline takes to clean and to measure, in no particular unit: crossings and the diameter compare every
 /// vertex with every other.
 double workOf(const Outline& outline);

@@ -1,6 +1,8 @@
 #include "tools/mokshape/report.h"
 
-#include <array>
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
 #include <ostream>
 #include <string>
 
@@ -93,6 +95,26 @@ Json json(const std::string& file, const Shape& shape, const Outline& outline, c
             {"cleaned", shape.cleaned > 0}};
 }
 
+Json json(const std::optional<gmMatrix<2>>& moments) {
+    if (!moments)
+        return {};
+    return {{"xx", (*moments)(0, 0)}, {"xy", (*moments)(0, 1)}, {"yy", (*moments)(1, 1)}};
+}
+
+Json json(const std::string& file, const SetMeasures& all) {
+    return {{"file", file},
+            {"polygons", all.polygons},
+            {"vertices", all.vertices},
+            {"area", jsonNumber(all.area)},
+            {"centre", json(all.centre)},
+            {"holes", all.holes},
+            {"areaWithHoles", jsonNumber(all.areaWithHoles)},
+            {"centreWithHoles", json(all.centreWithHoles)},
+            {"box", json(all.box)},
+            {"moments", json(all.moments)},
+            {"selfCrossing", all.isSelfCrossing}};
+}
+
 void writeJson(std::ostream& out, const std::vector<MeasuredFile>& files) {
     out << "{\"outlines\": [";
     const char* separator = "\n  ";
@@ -101,6 +123,13 @@ void writeJson(std::ostream& out, const std::vector<MeasuredFile>& files) {
             out << separator << jsonText(json(file.regions.file.name, shape, outline, measures));
             separator = ",\n  ";
         });
+    out << "\n],\n\"sets\": [";
+    separator = "\n  ";
+    for (const MeasuredFile& file : files)
+        if (file.all) {
+            out << separator << jsonText(json(file.regions.file.name, *file.all));
+            separator = ",\n  ";
+        }
     const Totals totals(files);
     out << "\n],\n\"summary\": "
         << jsonText({{"outlines", totals.outlines},
@@ -113,43 +142,60 @@ void writeJson(std::ostream& out, const std::vector<MeasuredFile>& files) {
 
 // ----- CSV
 
-void writeCsvRow(std::ostream& out, const std::string& file, const Shape& shape, const Outline& outline,
-                 const Measures& m) {
-    out << csvText(file) << ',' << std::to_string(outline.feature) << ',' << std::to_string(outline.part) << ','
-        << nameOf(outline) << ',' << std::to_string(outline.label) << (outline.isClosed() ? ",true," : ",false,")
-        << std::to_string(m.vertices);
-    const auto write = [&out](const std::optional<double>& value) { out << ',' << csvNumber(value); };
-    const auto writeAll = [&write](bool exist, std::initializer_list<double> values) {
-        for (const double value : values)
-            write(exist ? std::optional(value) : std::nullopt);
-    };
-    const auto writePoint = [&writeAll](const std::optional<gmVector<2>>& point) {
-        const gmVector<2> p = point.value_or(gmVector<2>());
-        writeAll(point.has_value(), {p.x(), p.y()});
-    };
+void writeCsvNumbers(std::ostream& out, bool exist, std::initializer_list<double> values) {
+    for (const double value : values)
+        out << ',' << csvNumber(exist ? std::optional(value) : std::nullopt);
+}
+
+void writeCsvPoint(std::ostream& out, const std::optional<gmVector<2>>& point) {
+    const gmVector<2> p = point.value_or(gmVector<2>());
+    writeCsvNumbers(out, point.has_value(), {p.x(), p.y()});
+}
+
+/// The columns from the number of vertices to the ellipse.
+void writeCsvMeasures(std::ostream& out, const CommonMeasures& m, const Measures& ofShape) {
     const gmRect box = m.box.value_or(gmRect());
-    const auto fit = m.ellipse.value_or(Measures::FittedEllipse());
-    write(m.length);
-    write(m.area);
-    writePoint(m.centre);
-    out << ',' << std::to_string(m.holes);
-    write(m.areaWithHoles);
-    writePoint(m.centreWithHoles);
-    writeAll(m.box.has_value(), {box.origin().x(), box.origin().y(), box.size().x(), box.size().y()});
-    write(m.diameter);
-    writeAll(m.ellipse.has_value(), {fit.ellipse.center().x(), fit.ellipse.center().y(), 2.0 * fit.ellipse.xRadius(),
-                                     2.0 * fit.ellipse.yRadius(), angleInDegrees(fit.ellipse), fit.residual});
-    out << (m.isSelfCrossing() ? ",true" : ",false") << (shape.cleaned > 0 ? ",true\n" : ",false\n");
+    const auto fit = ofShape.ellipse.value_or(Measures::FittedEllipse());
+    out << std::to_string(m.vertices) << ',' << csvNumber(ofShape.length) << ',' << csvNumber(m.area);
+    writeCsvPoint(out, m.centre);
+    out << ',' << std::to_string(m.holes) << ',' << csvNumber(m.areaWithHoles);
+    writeCsvPoint(out, m.centreWithHoles);
+    writeCsvNumbers(out, m.box.has_value(), {box.origin().x(), box.origin().y(), box.size().x(), box.size().y()});
+    out << ',' << csvNumber(ofShape.diameter);
+    writeCsvNumbers(out, ofShape.ellipse.has_value(),
+                    {fit.ellipse.center().x(), fit.ellipse.center().y(), 2.0 * fit.ellipse.xRadius(),
+                     2.0 * fit.ellipse.yRadius(), angleInDegrees(fit.ellipse), fit.residual});
+}
+
+void writeCsvRow(std::ostream& out, const std::string& file, const Shape& shape, const Outline& outline,
+                 const Measures& measures) {
+    out << csvText(file) << ',' << std::to_string(outline.feature) << ',' << std::to_string(outline.part) << ','
+        << nameOf(outline) << ',' << std::to_string(outline.label) << (outline.isClosed() ? ",true," : ",false,");
+    writeCsvMeasures(out, measures, measures);
+    out << (measures.isSelfCrossing() ? ",true" : ",false") << (shape.cleaned > 0 ? ",true" : ",false") << ",,,\n";
+}
+
+void writeCsvRow(std::ostream& out, const std::string& file, const SetMeasures& all) {
+    out << csvText(file) << ",,,set,,,";
+    writeCsvMeasures(out, all, Measures());
+    out << (all.isSelfCrossing ? ",true," : ",false,");
+    const gmMatrix<2> moments = all.moments.value_or(gmMatrix<2>());
+    writeCsvNumbers(out, all.moments.has_value(), {moments(0, 0), moments(0, 1), moments(1, 1)});
+    out << '\n';
 }
 
 void writeCsv(std::ostream& out, const std::vector<MeasuredFile>& files) {
     out << "file,feature,part,kind,label,closed,vertices,length,area,centre_x,centre_y,holes,area_with_holes,"
            "centre_with_holes_x,centre_with_holes_y,box_x,box_y,box_width,box_height,diameter,ellipse_x,ellipse_y,"
-           "ellipse_major,ellipse_minor,ellipse_angle,ellipse_residual,self_crossing,cleaned\n";
-    for (const MeasuredFile& file : files)
+           "ellipse_major,ellipse_minor,ellipse_angle,ellipse_residual,self_crossing,cleaned,moment_xx,moment_xy,"
+           "moment_yy\n";
+    for (const MeasuredFile& file : files) {
         forEachShape(file, [&](const Shape& shape, const Outline& outline, const Measures& measures) {
             writeCsvRow(out, file.regions.file.name, shape, outline, measures);
         });
+        if (file.all)
+            writeCsvRow(out, file.regions.file.name, *file.all);
+    }
 }
 
 // ----- Table
@@ -186,51 +232,81 @@ Table tableOf(const MeasuredFile& measured) {
         holes.push_back(std::to_string(measures.holes));
         crossing.push_back(crossingText(shape, measures));
     });
+    const bool hasFeatures = !labelsTellFeatures(measured.regions.file);
+    if (measured.all) {
+        features.emplace_back("all");
+        labels.emplace_back(hasFeatures ? "" : "all");
+        vertices.push_back(std::to_string(measured.all->vertices));
+        holes.push_back(std::to_string(measured.all->holes));
+        crossing.emplace_back(measured.all->isSelfCrossing ? "yes" : "no");
+    }
     Table table;
-    if (!labelsTellFeatures(measured.regions.file))
+    if (hasFeatures)
         table.addText("", "feature", std::move(features), Table::Side::eLeft);
     table.addText("", "label", std::move(labels), Table::Side::eLeft);
     table.addText("", "vertices", std::move(vertices), Table::Side::eRight);
-    const auto addNumbers = [&](const char* group, const char* title, auto measureOf) {
+    const auto addNumbers = [&](const char* group, const char* title, auto measureOf, const Table::Numbers& totals) {
         Table::Numbers values;
         for (const Measures& measures : measured.measures)
             values.push_back(measureOf(measures));
-        table.addNumbers(group, title, values);
+        table.addNumbers(group, title, values, totals);
     };
+    // Of polygons together there are some measures, and dashes in place of the others.
+    const auto addCommon = [&](const char* group, const char* title, auto measureOf) {
+        addNumbers(group, title, measureOf, measured.all ? Table::Numbers{measureOf(*measured.all)} : Table::Numbers());
+    };
+    const Table::Numbers none(measured.all ? 1 : 0);
     const auto addOfBox = [&](const char* title, double (*of)(const gmRect&)) {
-        addNumbers("bounding box", title,
-                   [of](const Measures& m) { return m.box ? std::optional(of(*m.box)) : std::nullopt; });
+        addCommon("bounding box", title,
+                  [of](const CommonMeasures& m) { return m.box ? std::optional(of(*m.box)) : std::nullopt; });
     };
-    const auto addPoint = [&](const char* group, const std::optional<gmVector<2>> Measures::*point) {
-        addNumbers(group, "x",
-                   [point](const Measures& m) { return m.*point ? std::optional((m.*point)->x()) : std::nullopt; });
-        addNumbers(group, "y",
-                   [point](const Measures& m) { return m.*point ? std::optional((m.*point)->y()) : std::nullopt; });
-    };
-    const auto addOfEllipse = [&](const char* title, double (*of)(const gmEllipse&)) {
-        addNumbers("ellipse", title, [of](const Measures& m) {
-            return m.ellipse ? std::optional(of(m.ellipse->ellipse)) : std::nullopt;
+    const auto addPoint = [&](const char* group, const std::optional<gmVector<2>> CommonMeasures::*point) {
+        addCommon(group, "x", [point](const CommonMeasures& m) {
+            return m.*point ? std::optional((m.*point)->x()) : std::nullopt;
+        });
+        addCommon(group, "y", [point](const CommonMeasures& m) {
+            return m.*point ? std::optional((m.*point)->y()) : std::nullopt;
         });
     };
-    addNumbers("", "length", [](const Measures& m) { return m.length; });
-    addNumbers("", "area", [](const Measures& m) { return m.area; });
-    addPoint("centre", &Measures::centre);
+    const auto addOfEllipse = [&](const char* title, double (*of)(const gmEllipse&)) {
+        addNumbers(
+            "ellipse", title,
+            [of](const Measures& m) { return m.ellipse ? std::optional(of(m.ellipse->ellipse)) : std::nullopt; }, none);
+    };
+    addNumbers(
+        "", "length", [](const Measures& m) { return m.length; }, none);
+    addCommon("", "area", [](const CommonMeasures& m) { return m.area; });
+    addPoint("centre", &CommonMeasures::centre);
     table.addText("", "holes", std::move(holes), Table::Side::eRight);
-    addNumbers("with holes", "area", [](const Measures& m) { return m.areaWithHoles; });
-    addPoint("with holes", &Measures::centreWithHoles);
+    addCommon("with holes", "area", [](const CommonMeasures& m) { return m.areaWithHoles; });
+    addPoint("with holes", &CommonMeasures::centreWithHoles);
     addOfBox("x", [](const gmRect& box) { return box.origin().x(); });
     addOfBox("y", [](const gmRect& box) { return box.origin().y(); });
     addOfBox("width", [](const gmRect& box) { return box.size().x(); });
     addOfBox("height", [](const gmRect& box) { return box.size().y(); });
-    addNumbers("", "diameter", [](const Measures& m) { return m.diameter; });
+    addNumbers(
+        "", "diameter", [](const Measures& m) { return m.diameter; }, none);
     addOfEllipse("major", [](const gmEllipse& ellipse) { return 2.0 * ellipse.xRadius(); });
     addOfEllipse("minor", [](const gmEllipse& ellipse) { return 2.0 * ellipse.yRadius(); });
     Table::Numbers angles;
     for (const Measures& measures : measured.measures)
         angles.push_back(measures.ellipse ? std::optional(angleInDegrees(measures.ellipse->ellipse)) : std::nullopt);
+    angles.insert(angles.end(), none.begin(), none.end());
     table.addNumbers("ellipse", "angle", angles, 1);
     table.addText("self-", "crossing", std::move(crossing), Table::Side::eLeft);
     return table;
+}
+
+/// A line of its own: single shapes have no such measure, and the table is wide.
+std::string momentsText(const gmMatrix<2>& moments) {
+    constexpr int digits = 5;
+    // What rounding left of a moment that vanishes must not look like one.
+    const double noise = 1e-10 * std::max(std::fabs(moments(0, 0)), std::fabs(moments(1, 1)));
+    const auto textOf = [noise](double moment) {
+        return formatSignificant(std::fabs(moment) > noise ? moment : 0.0, digits);
+    };
+    return "second moments of all: xx " + textOf(moments(0, 0)) + ", xy " + textOf(moments(0, 1)) + ", yy " +
+           textOf(moments(1, 1)) + '\n';
 }
 
 void writeTable(std::ostream& out, const std::vector<MeasuredFile>& files) {
@@ -240,6 +316,8 @@ void writeTable(std::ostream& out, const std::vector<MeasuredFile>& files) {
             out << printable(file.regions.file.name) << '\n';
         if (!file.measures.empty())
             out << tableOf(file).text();
+        if (file.all && file.all->moments)
+            out << momentsText(*file.all->moments);
         if (hasHeading || !file.measures.empty())
             out << '\n';
     }

@@ -51,13 +51,15 @@ void Table::addNumbers(const std::string& group, const std::string& title, const
     addText(group, title, std::move(cells), Side::eRight);
 }
 
-void Table::addNumbers(const std::string& group, const std::string& title, const Numbers& values) {
-    const int magnitude = magnitudeOf(values);
-    const int decimals = std::max(digits - 1 - magnitude, 0);
-    if (magnitude < 2 * digits && decimals <= mostDecimals)
-        return addNumbers(group, title, values, decimals);
+void Table::addNumbers(const std::string& group, const std::string& title, const Numbers& values,
+                       const Numbers& totals) {
+    Numbers all = values;
+    all.insert(all.end(), totals.begin(), totals.end());
+    const int decimals = std::max(digits - 1 - magnitudeOf(values), 0);
+    if (magnitudeOf(all) < 2 * digits && decimals <= mostDecimals)
+        return addNumbers(group, title, all, decimals);
     std::vector<std::string> cells;
-    for (const auto& value : values)
+    for (const auto& value : all)
         cells.push_back(value ? formatSignificant(*value, digits) : "-");
     addText(group, title, std::move(cells), Side::eRight);
 }

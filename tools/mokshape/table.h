@@ -16,8 +16,10 @@ class Table {
     void addText(const std::string& group, const std::string& title, std::vector<std::string> cells, Side side);
 
     using Numbers = std::vector<std::optional<double>>;
-    /// Rounded so that the largest number of the column keeps about five digits; "-" for none.
-    void addNumbers(const std::string& group, const std::string& title, const Numbers& values);
+    /// Rounded so that the largest number of the column keeps about five digits; "-" for none. Those of `totals` stand
+    /// below the others and are rounded like them, however large they are.
+    void addNumbers(const std::string& group, const std::string& title, const Numbers& values,
+                    const Numbers& totals = {});
     /// Rounded to so many decimals; "-" for none.
     void addNumbers(const std::string& group, const std::string& title, const Numbers& values, int decimals);
 
