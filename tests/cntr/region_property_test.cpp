@@ -4,59 +4,27 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <optional>
 #include <string>
 
 #include "tests/reference/region_measures.h"
 #include "tests/reference/region_topology.h"
-#include "tests/support/bits.h"
 #include "tests/support/corpus.h"
+#include "tests/support/outcome.h"
 #include "tests/support/regiongenerators.h"
 #include "tests/support/testcontour.h"
 #include "tests/support/testregion.h"
 
 using reference::Region;
+using support::agree;
 using support::Family;
+using support::outcome;
+using support::Outcome;
 using support::Outline;
 using support::Points;
 using support::Random;
 using support::text;
 
 namespace {
-
-// ----- Answers, or why there is none
-
-template <class T>
-struct Outcome {
-    std::optional<T> answer;
-    std::string refusal;
-};
-
-template <class Query>
-auto outcome(const Query& query) -> Outcome<decltype(query())> {
-    try {
-        return {query(), ""};
-    } catch (const gmContourDefs::EmptyContour& error) {
-        return {std::nullopt, "EmptyContour \"" + error.message() + "\""};
-    } catch (const gmContourDefs::BadParams& error) {
-        return {std::nullopt, "BadParams \"" + error.message() + "\""};
-    }
-}
-
-template <class T>
-std::string textOf(const Outcome<T>& outcome) {
-    return outcome.answer ? text(*outcome.answer) : outcome.refusal;
-}
-
-template <class Query, class Plain>
-testing::AssertionResult agree(const Query& query, const Plain& plain) {
-    const auto actual = outcome(query);
-    const auto expected = outcome(plain);
-    if (actual.refusal == expected.refusal && actual.answer.has_value() == expected.answer.has_value() &&
-        (!actual.answer || support::sameBits(*actual.answer, *expected.answer)))
-        return testing::AssertionSuccess();
-    return testing::AssertionFailure() << textOf(actual) << "\ninstead of\n" << textOf(expected);
-}
 
 std::string textOf(const Region& region) {
     std::string result = "region(" + text(region.points);
