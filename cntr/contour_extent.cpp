@@ -112,7 +112,7 @@ gmVector<2> gmContour::extremalVertexPosition(const gmRadian& angle) const {
 
 void gmContour::convexHull(gmRegion& hull) const {
     checkHasVertex();
-    // Held here as well: `hull` may be this contour, whose own handle assignment overwrites.
+    // Held here as well: `hull` may be this contour, and its caches then let go of the result.
     const RegionCPtr result = caches_.convexHull.get([&](RegionCPtr& slot) {
         std::vector<gmVector<2>> vertices;
         gfConvexHull(points_, vertices);

@@ -163,7 +163,7 @@ void joinTouching(RegionList& regions) {
 gmPtrHandle<gmRegion> outerLoop(const Loop& boundary) {
     RegionList regions;
     for (const Loop& loop : splitAtTouchingPoints(boundary))
-        regions.emplace_back(new gmRegion(loop));
+        regions.push_back(gmPtrHandle<gmRegion>(new gmRegion(loop)));
     dropNested(regions);
     joinTouching(regions);
     return regions.front();
@@ -184,7 +184,7 @@ void gmRegion::cleanUp(detail::Cached<RegionCPtr>& cache, bool outerHullOnly, gm
         out = *this;
         return;
     }
-    // Held here as well: `out` may be this region, whose own handle assignment overwrites.
+    // Held here as well: `out` may be this region, and its caches then let go of the result.
     const RegionCPtr result = cache.get([&](RegionCPtr& slot) {
         const gmPtrHandle<gmRegion> fresh(new gmRegion);
         slot = fresh;

@@ -41,7 +41,7 @@ bool gmRegionSet::operator==(const gmRegionSet& other) const {
     if (regions_.size() != other.regions_.size())
         return false;
     for (std::size_t i = 0; i < regions_.size(); ++i) {
-        const gmRegion& counterpart = *other.regions_[i];
+        const gmRegion& counterpart = *other.regions_[i];  // first, so that its handle is the one that is refused
         if (*regions_[i] != counterpart)
             return false;
     }
@@ -85,7 +85,9 @@ void gmRegionSet::cleanCacheInfo() {
 }
 
 void gmRegionSet::setRegions(const std::vector<RegionCPtr>& regions) {
-    regions_ = regions;
+    // What is replaced ends last: it may be what keeps the new list alive.
+    std::vector<RegionCPtr> replaced = regions;
+    std::swap(regions_, replaced);
 }
 
 void gmRegionSet::checkEmptyRegionSet() const {

@@ -9,21 +9,25 @@
 #include "cntr/region.h"
 #include "cntr/regionptr.h"
 
-/// An ordered list of shared regions, which nobody changes any more.
+/// An ordered list of shared regions.
 ///
 /// The set has no geometry of its own: it asks its regions and remembers what comes of it. It takes them as independent
-/// pieces. Where two overlap, both count; regularize() and outerHull() merge regions whose outlines cross.
+/// pieces: where two overlap, both count. regularize() and outerHull() splice regions whose outlines meet into one
+/// outline and clean that up. That is no union: what the spliced outline runs around twice is outside afterwards.
 ///
 /// **Order** is part of the value: sets of the same regions in another order are not equal. Regions may be in a set
 /// twice.
 ///
-/// **Empty handles** may be put into a set. Whatever comes to one throws gmBadPointer and remembers nothing.
+/// **Regions are not to change** once they are in a set. Deliberate: nothing stops an application that holds one for
+/// writing, and what the set remembers then stays what it was.
+///
+/// **Empty handles** may be put into a set. Whatever comes to one throws gmBadPointer.
 ///
 /// **considerHoles** is as for gmRegion. **Units, ties, caches, numbers** are as for gmContour. Queries fill caches of
 /// the regions as well: sets and regions that share regions or holes belong to one thread at a time.
 ///
-/// **Notification.** A set that reports its changes (gmPersistent::reportChanges) also does so when a measure or a
-/// bounding box was computed, because its caches have changed.
+/// **Notification.** A set that reports its changes (gmPersistent::reportChanges) also does so each time area,
+/// centerOfMass, inertiaMatrix or encloseRect has computed something, and not when it is remembered.
 ///
 ///     const gmRegionSet parts({RegionCPtr(new gmRegion({{0, 0}, {2, 0}, {2, 2}, {0, 2}})),
 ///                              RegionCPtr(new gmRegion({{5, 0}, {7, 0}, {7, 2}, {5, 2}}))});
@@ -71,17 +75,18 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
     /// bits; nothing is changed then.
     void cachedVectorSize(long size);
 
-    // ----- Measures: regionst_measures.cpp. A region's own errors pass through, and then nothing is remembered.
+    // ----- Measures: regionst_measures.cpp. A region's own errors pass through, and then the set remembers nothing.
 
     /// The sum of the regions' areas, in square coordinate units; 0 for an empty set.
     /// Cost: that of the regions' areas, later O(1).
     double area(bool considerHoles) const;
 
-    /// The mean of the regions' centres of mass, weighted by their areas; (0, 0) when the sum of these is at most 1e-15
-    /// in magnitude.
-    /// Deliberate: a region answers its centre with holes only once (see gmRegion::centerOfMass). A set remembers its
-    /// own answer, but a second set of the same regions counts (0, 0) for those with holes.
-    /// Throws: gmContourDefs::EmptyRegionSet. Cost: that of the regions' centres, later O(1).
+    /// The mean of the regions' centres of mass, weighted by their areas; (0, 0) unless the sum of these is more than
+    /// 1e-15 in magnitude.
+    /// Deliberate: a region with holes answers its centre with holes only once (see gmRegion::centerOfMass), and (0, 0)
+    /// after that. So it counts as if it lay at the origin when it was asked before, by anybody: by another set, by
+    /// this one before a region was added or inertiaMatrix(true) was refused, or as the same region earlier in the
+    /// list. Throws: gmContourDefs::EmptyRegionSet. Cost: that of the regions' centres, later O(1).
     gmVector<2> centerOfMass(bool considerHoles) const;
 
     /// The second moments of the regions together, about their common centre, see gm_InertiaData::operator+.
@@ -105,18 +110,22 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
 
     // ----- Clean-up: regionst_topology.cpp
 
-    /// Whether a region's outline crosses itself, or that of another region; false for an empty set. Holes are not
-    /// looked at, and an outline that lies wholly inside another is no crossing. Deliberate: when it fails part-way, on
-    /// an empty handle, what was found so far is the answer from then on. Cost: quadratic in the regions and their
-    /// vertices, later O(1).
+    /// Whether a region's outline crosses itself, or has a point in common with that of another region, as
+    /// gmContour::intersections finds them: touching is enough. False for an empty set. Holes are not looked at, and an
+    /// outline that lies wholly inside another is no crossing.
+    /// Throws: gmBadPointer; gmContourDefs::EmptyContour for a region without a vertex that has others behind it.
+    /// Deliberate: when it fails part-way, what was found so far is the answer from then on, for regularize() and
+    /// outerHull() as well.
+    /// Cost: quadratic in the regions and their vertices, later O(1).
     bool isSelfIntersecting() const;
 
-    /// Makes `out` a set without crossings: regions whose outlines cross are spliced, and every region is regularised,
+    /// Makes `out` the set in which regions whose outlines meet are spliced into one, and every region is regularised,
     /// see gmRegion::regularize. Of a set that does not cross itself, a copy. `out` may be this set.
-    /// Deliberate: each region is compared once with those behind it, in order. When two are spliced the last of the
-    /// list takes the place of the second and is not compared with the first, so that crossings may be left. A computed
-    /// result has a cachedVectorSize of 3.
-    /// Throws: gmContourDefs::BadParams "invalid contour" when a region cannot be cleaned up; `out` is as it was.
+    /// Deliberate: spliced regions have no holes and label 0, and what both held before may be outside of what becomes
+    /// of them. Each region is compared once with those behind it, in order; when two are spliced the last of the list
+    /// takes the place of the second and is not compared with the first, so that crossings may be left. A computed
+    /// result has a cachedVectorSize of 3. Throws: gmBadPointer; gmContourDefs::EmptyContour for a region without
+    /// vertices; gmContourDefs::BadParams "invalid contour" when a region cannot be cleaned up. `out` is as it was.
     /// Cost: quadratic in the regions and their vertices, later that of a copy.
     void regularize(gmRegionSet& out) const;
 
@@ -156,7 +165,7 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
 
   private:
     void applyMode(gmContourDefs::IntersectionMode mode);
-    template <class Value, class Compute>
+    template <class Value, class Compute>  // for regionst_measures.cpp alone
     Value remembered(detail::Cached<Value>& slot, Compute compute) const;
     void cleanUp(detail::Cached<gmPtrHandle_const<gmRegionSet>>& cache, bool hull, gmRegionSet& out) const;
     void outerHullRegularize(gmRegionSet& out, bool hull) const;

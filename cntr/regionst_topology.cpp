@@ -33,7 +33,7 @@ void gmRegionSet::cleanUp(detail::Cached<gmPtrHandle_const<gmRegionSet>>& cache,
         out = *this;
         return;
     }
-    // Held here as well: `out` may be this set, whose own handle assignment overwrites.
+    // Held here as well: `out` may be this set, and its caches then let go of the result.
     const auto result = cache.get([&](gmPtrHandle_const<gmRegionSet>& slot) {
         const gmPtrHandle<gmRegionSet> fresh(new gmRegionSet);
         slot = fresh;

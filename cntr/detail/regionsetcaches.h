@@ -26,12 +26,12 @@ struct RegionSetCaches {
     bool isSelfIntersecting = false;
 
     void invalidate() {
-        for (int considerHoles = 0; considerHoles < 2; ++considerHoles) {
-            const auto i = static_cast<std::size_t>(considerHoles);
-            area[i].invalidate();
-            centerOfMass[i].invalidate();
-            inertiaMatrix[i].invalidate();
-        }
+        for (auto& slot : area)
+            slot.invalidate();
+        for (auto& slot : centerOfMass)
+            slot.invalidate();
+        for (auto& slot : inertiaMatrix)
+            slot.invalidate();
         encloseRect.clear();
         regularized.invalidate();
         outerHull.invalidate();
