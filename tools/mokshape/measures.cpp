@@ -62,16 +62,16 @@ Measures measureOutline(const gmContour& contour, double area) {
 
 /// One that was never asked: only the first centre with holes is one, and a copy of a region counts as asked when the
 /// region was.
-RegionCPtr fresh(const gmRegion& region) {
-    const gmPtrHandle<gmRegion> result(new gmRegion(region.points()));
-    result->holes(region.holes());
+gmRegion fresh(const gmRegion& region) {
+    gmRegion result(region.points());
+    result.holes(region.holes());
     return result;
 }
 
 std::optional<gmVector<2>> centreWithHolesOf(const gmRegion& region, double areaWithHoles) {
     if (!(std::fabs(areaWithHoles) > vanishingArea))
         return std::nullopt;
-    const gmVector<2> centre = fresh(region)->centerOfMass(true);
+    const gmVector<2> centre = fresh(region).centerOfMass(true);
     return isFinite(centre) ? std::optional(centre) : std::nullopt;
 }
 
@@ -144,7 +144,7 @@ SetMeasures measureSet(const std::vector<RegionCPtr>& regions) {
     const gmRegionSet outlines = setOfHeavy(regions, false, counterClockwise);
     measures.centre = centreOf(outlines, false);
     measures.moments = momentsOf(outlines);
-    const auto freshOf = [](const RegionCPtr& region) { return fresh(*region); };
+    const auto freshOf = [](const RegionCPtr& region) { return RegionCPtr(new gmRegion(fresh(*region))); };
     measures.centreWithHoles =
         measures.holes == 0 ? measures.centre : centreOf(setOfHeavy(regions, true, freshOf), true);
     return measures;
