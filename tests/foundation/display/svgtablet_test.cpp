@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <clocale>
+#include <iomanip>
 #include <locale>
 
 #include "foundation/object/exception.h"
@@ -196,6 +197,14 @@ TEST(SvgTablet, RefusesAPictureThatNoNumberSpans) {
     EXPECT_EQ(out.str(), "");
 }
 
+TEST(SvgTablet, RefusesAPictureWhoseMarginNoNumberSpans) {
+    gmSvgTablet tablet;
+    tablet.strokeWidth(gmUITablet::eImageLayer, 0.1);
+    tablet.strokeWidth(gmUITablet::eOverlayLayer, 0.1);
+    tablet.drawLineSeg({-0.9e308, 0.0}, {0.88e308, 0.0}, black, gmUITablet::eImageLayer);
+    EXPECT_THROW(written(tablet), gmMathError::OutOfRange);
+}
+
 TEST(SvgTablet, ShowsALoneDot) {
     gmSvgTablet tablet;
     tablet.drawLineSeg({5.0, 6.0}, {5.0, 6.0}, black, gmUITablet::eImageLayer);
@@ -222,14 +231,176 @@ TEST(SvgTablet, FillsItsBackgroundBelowEverything) {
     EXPECT_LT(text.find("<rect"), text.find("<path"));
 }
 
+TEST(SvgTablet, SizesThePictureWhereAsked) {
+    gmSvgTablet tablet = triangle();
+    const std::string unsized = written(tablet);
+    EXPECT_THAT(unsized, HasSubstr("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox="));
+    tablet.size(640.0, 0.1);
+    const std::string start = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"640\" height=\"0.1\"";
+    EXPECT_TRUE(wellFormed(written(tablet))) << written(tablet);
+    EXPECT_EQ(written(tablet), start + unsized.substr(unsized.find(" viewBox")));
+    gmSvgTablet empty;
+    empty.size(640.0, 0.1);
+    EXPECT_EQ(written(empty), start + ">\n</svg>\n");
+}
+
+TEST(SvgTablet, RefusesSizesThatAreNone) {
+    gmSvgTablet tablet = triangle();
+    tablet.size(3.0, 4.0);
+    for (const double bad : {0.0, -1.0, nan, infinity}) {
+        EXPECT_THROW(tablet.size(bad, 1.0), gmMathError::OutOfRange) << bad;
+        EXPECT_THROW(tablet.size(1.0, bad), gmMathError::OutOfRange) << bad;
+    }
+    EXPECT_THAT(written(tablet), HasSubstr("width=\"3\" height=\"4\""));
+}
+
+TEST(SvgTablet, ShowsItsViewBoxWithoutAMargin) {
+    gmSvgTablet tablet = triangle();
+    tablet.viewBox(gmRect({10.0, -5.0}, {20.0, 40.0}));
+    tablet.background(red);
+    const std::string text = written(tablet);
+    EXPECT_EQ(viewBox(text), (std::vector<double>{10.0, -5.0, 20.0, 40.0}));
+    EXPECT_THAT(text, HasSubstr("<rect x=\"10\" y=\"-5\" width=\"20\" height=\"40\" fill=\"#ff0000\"/>"));
+    EXPECT_THAT(text, HasSubstr("d=\"M0 0 L100 0 L0 50 L0 0\"")) << "what lies outside is written too";
+}
+
+TEST(SvgTablet, TurnsItsViewBoxOverWhenYGrowsUp) {
+    gmSvgTablet tablet = triangle(gmSvgTablet::eYUp);
+    tablet.viewBox(gmRect({10.0, -5.0}, {20.0, 40.0}));
+    EXPECT_EQ(viewBox(written(tablet)), (std::vector<double>{10.0, -35.0, 20.0, 40.0}));
+}
+
+TEST(SvgTablet, LinesAreAsWideAsTheViewBoxAsks) {
+    for (const gmVector<2>& size : {gmVector<2>(500.0, 40.0), gmVector<2>(40.0, 500.0)}) {
+        gmSvgTablet tablet = triangle();
+        tablet.viewBox(gmRect({0.0, 0.0}, size));
+        EXPECT_EQ(count(written(tablet), "stroke-width=\"1\""), 2);
+    }
+}
+
+TEST(SvgTablet, WithAViewBoxAnEmptyPictureHasItsSizeAndBackground) {
+    gmSvgTablet tablet;
+    tablet.size(60.0, 80.0);
+    tablet.viewBox(gmRect({1.0, 2.0}, {3.0, 4.0}));
+    tablet.background(red);
+    const std::string text = written(tablet);
+    EXPECT_TRUE(wellFormed(text)) << text;
+    EXPECT_THAT(text, HasSubstr(" width=\"60\" height=\"80\" viewBox=\"1 2 3 4\""));
+    EXPECT_THAT(text, HasSubstr("<rect x=\"1\" y=\"2\" width=\"3\" height=\"4\" fill=\"#ff0000\"/>"));
+}
+
+TEST(SvgTablet, RefusesViewBoxesThatShowNothing) {
+    gmSvgTablet tablet = triangle();
+    tablet.viewBox(gmRect({1.0, 2.0}, {3.0, 4.0}));
+    const std::vector<gmRect> bad = {gmRect(),
+                                     gmRect({0.0, 0.0}, {0.0, 1.0}),
+                                     gmRect({0.0, 0.0}, {1.0, 0.0}),
+                                     gmRect({-infinity, 0.0}, {1.0, 1.0}),
+                                     gmRect({0.0, 0.0}, {infinity, 1.0}),
+                                     gmRect({0.0, 0.0}, {1.0, infinity}),
+                                     gmRect({infinity, 0.0}, {1.0, 1.0}),
+                                     gmRect({nan, 0.0}, {1.0, 1.0}),
+                                     gmRect({-1e308, 0.0}, {1e308, 1.0}).enclose(gmRect({1e308, 0.0}, {0.0, 0.0}))};
+    for (const gmRect& box : bad)
+        EXPECT_THROW(tablet.viewBox(box), gmMathError::OutOfRange) << box.lower().x() << ' ' << box.upper().x();
+    EXPECT_EQ(viewBox(written(tablet)), (std::vector<double>{1.0, 2.0, 3.0, 4.0}));
+}
+
+TEST(SvgTablet, ShowsPartOfADrawingThatNoNumberSpans) {
+    gmSvgTablet tablet;
+    tablet.drawLineSeg({-1.7e308, 0.0}, {1.7e308, 0.0}, black, gmUITablet::eImageLayer);
+    tablet.viewBox(gmRect({-1.0, -1.0}, {2.0, 2.0}));
+    EXPECT_THAT(written(tablet), HasSubstr("M-1.7e+308 0 L1.7e+308 0"));
+}
+
+TEST(SvgTablet, RefusesPicturesThatRoundToNothing) {
+    gmSvgTablet tablet;
+    tablet.strokeWidth(gmUITablet::eImageLayer, 1000.0);
+    tablet.strokeWidth(gmUITablet::eOverlayLayer, 1000.0);
+    tablet.drawLineSeg({0.0, 0.0}, {5e-324, 0.0}, black, gmUITablet::eImageLayer);
+    EXPECT_THROW(written(tablet), gmMathError::OutOfRange) << "its margin, all of its height, would be 0";
+    tablet.drawLineSeg({0.0, 0.0}, {0.0, 5e-324}, black, gmUITablet::eImageLayer);
+    EXPECT_EQ(viewBox(written(tablet)).size(), 4U);
+}
+
+TEST(SvgTablet, RefusesLinesThatNoNumberIsWideAs) {
+    for (const gmUITablet::Layers layer : {gmUITablet::eImageLayer, gmUITablet::eOverlayLayer})
+        for (const double bad : {1e308, 5e-324}) {
+            gmSvgTablet tablet = triangle();
+            tablet.strokeWidth(layer, bad);
+            EXPECT_THROW(written(tablet), gmMathError::OutOfRange) << bad;
+            tablet.strokeWidth(layer, 0.0);
+            EXPECT_THAT(written(tablet), HasSubstr("stroke-width=\"0\""));
+        }
+}
+
 TEST(SvgTablet, CarriesItsTitleWhateverItSays) {
     for (gmSvgTablet tablet : {triangle(), gmSvgTablet()}) {
-        tablet.title("a < b & \"c\" > d\x01\n");
+        tablet.title("a < b & \"c\" > d]]>\t\n\x7f");
         const std::string text = written(tablet);
         EXPECT_TRUE(wellFormed(text)) << text;
-        EXPECT_THAT(text, HasSubstr("<title>a &lt; b &amp; \"c\" &gt; d"));
-        EXPECT_THAT(text, Not(HasSubstr("\x01")));
+        EXPECT_THAT(text, HasSubstr("<title>a &lt; b &amp; \"c\" &gt; d]]&gt;\t\n\x7f</title>"));
     }
+}
+
+TEST(SvgTablet, KeepsCarriageReturnsFromBecomingLineFeeds) {
+    gmSvgTablet tablet;
+    tablet.title("a\r\nb\rc");
+    EXPECT_THAT(written(tablet), HasSubstr("<title>a&#13;\nb&#13;c</title>"));
+}
+
+TEST(SvgTablet, CarriesTitlesInAnyScript) {
+    for (const std::string held :
+         {"\xc2\x80", "\xdf\xbf", "\xe0\xa0\x80", "\xed\x9f\xbf", "\xee\x80\x80", "\xef\xbf\xbd", "\xf0\x90\x80\x80",
+          "\xf4\x8f\xbf\xbf", "K\xc3\xa4se \xe2\x82\xac \xf0\x9f\x94\xb7"}) {
+        gmSvgTablet tablet;
+        tablet.title(held);
+        EXPECT_THAT(written(tablet), HasSubstr("<title>" + held + "</title>"));
+    }
+}
+
+TEST(SvgTablet, RefusesTitlesThatXmlCannotHold) {
+    const std::vector<std::string> noCharacters = {"\xef\xbf\xbe", "\xef\xbf\xbf"};
+    const std::vector<std::string> surrogates = {"\xed\xa0\x80", "\xed\xbf\xbf"};
+    const std::vector<std::string> beyondTheLast = {"\xf4\x90\x80\x80", "\xf7\xbf\xbf\xbf", "\xf8\x88\x80\x80\x80",
+                                                    "\xff"};
+    const std::vector<std::string> overlong = {"\xc0\x80", "\xc1\xbf", "\xe0\x9f\xbf", "\xf0\x8f\xbf\xbf"};
+    const std::vector<std::string> halves = {"\x80", "\xbf\x80", "\xc3", "\xe2\x82", "\xf0\x9f\x94"};
+    const std::vector<std::string> broken = {"\xc3(", "\xc3\xc3", "\xe2(\xac", "\xe2\x82(", "\xf0\x9f\x94("};
+    std::vector<std::string> refused;
+    for (const auto& texts : {noCharacters, surrogates, beyondTheLast, overlong, halves, broken})
+        refused.insert(refused.end(), texts.begin(), texts.end());
+    for (char control = 0; control < ' '; ++control)
+        if (control != '\t' && control != '\n' && control != '\r')
+            refused.emplace_back(1, control);
+    gmSvgTablet tablet;
+    tablet.title("before");
+    for (const std::string& text : refused)
+        for (const char* rest : {"", "b"})
+            EXPECT_THROW(tablet.title("a" + text + rest), gmMathError::OutOfRange) << testing::PrintToString(text);
+    EXPECT_THAT(written(tablet), HasSubstr("<title>before</title>"));
+}
+
+TEST(SvgTablet, LeavesItToTheStreamWhetherThePictureWasTaken) {
+    const gmSvgTablet tablet = triangle();
+    const std::string expected = written(tablet);
+    support::FullDisk disk(expected.size() - 1);
+    std::ostream out(&disk);
+    EXPECT_NO_THROW(tablet.write(out));
+    EXPECT_TRUE(out.bad());
+    EXPECT_NO_THROW(tablet.write(out)) << "into a stream that failed before";
+    support::FullDisk another(10);
+    std::ostream throwing(&another);
+    throwing.exceptions(std::ios::badbit);
+    EXPECT_THROW(tablet.write(throwing), std::ios::failure);
+    EXPECT_EQ(written(tablet), expected);
+}
+
+TEST(SvgTablet, WritesThePictureAloneWhateverTheStreamFormats) {
+    std::ostringstream out;
+    out << std::setw(5000) << std::setfill('*');
+    triangle().write(out);
+    EXPECT_EQ(out.str(), written(triangle()));
 }
 
 /// A locale that writes numbers as nobody else does.
