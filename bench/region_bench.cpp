@@ -1,3 +1,5 @@
+#include <stdexcept>
+
 #include "bench/outlines.h"
 #include "cntr/region.h"
 
@@ -37,6 +39,28 @@ gmRegion crossing(std::size_t n) {
     return gmRegion(points);
 }
 
+/// Vertices at random places of a square: everything crosses everything.
+gmRegion tangled(std::size_t n) {
+    std::mt19937 engine(1);
+    std::vector<gmVector<2>> points;
+    for (std::size_t i = 0; i < n; ++i) {
+        const double x = static_cast<double>(engine() % 100000) / 100.0;
+        points.emplace_back(x, static_cast<double>(engine() % 100000) / 100.0);
+    }
+    return gmRegion(points);
+}
+
+/// The same on a coarse grid, where edges run along each other and through vertices: clean-up refuses it.
+gmRegion hopeless(std::size_t n) {
+    std::mt19937 engine(777);
+    std::vector<gmVector<2>> points;
+    for (std::size_t i = 0; i < n; ++i) {
+        const double x = static_cast<double>(engine() % 20);
+        points.emplace_back(x, static_cast<double>(engine() % 20));
+    }
+    return gmRegion(points);
+}
+
 template <class Make>
 void inside(benchmark::State& state, Make make) {
     const gmRegion region = make(static_cast<std::size_t>(state.range(0)));
@@ -63,9 +87,9 @@ void area(benchmark::State& state) {
     }
 }
 
-template <class CleanUp>
-void cleanUp(benchmark::State& state, CleanUp cleanUp) {
-    gmRegion region = crossing(static_cast<std::size_t>(state.range(0)));
+template <class Make, class CleanUp>
+void cleanUp(benchmark::State& state, Make make, CleanUp cleanUp) {
+    gmRegion region = make(static_cast<std::size_t>(state.range(0)));
     gmRegion result;
     for (auto _ : state) {
         region.holes(Holes());
@@ -80,13 +104,25 @@ void regularize(const gmRegion& region, gmRegion& out) {
 void outerHull(const gmRegion& region, gmRegion& out) {
     region.outerHull(out);
 }
+void refused(const gmRegion& region, gmRegion& out) {
+    try {
+        region.regularize(out);
+    } catch (const gmContourDefs::BadParams&) {
+        return;
+    }
+    throw std::logic_error("clean-up was to be refused");
+}
 
 BENCHMARK_CAPTURE(inside, plain_cached, plain)->Apply(bench::sizes);
 BENCHMARK_CAPTURE(inside, holed_cached, holed)->Apply(bench::sizes);
 BENCHMARK(insideFirst)->Apply(bench::sizes);
 BENCHMARK(area)->Apply(bench::sizes);
 // Quadratic: the largest size would take minutes.
-BENCHMARK_CAPTURE(cleanUp, regularize, regularize)->Arg(16)->Arg(256)->Arg(4096);
-BENCHMARK_CAPTURE(cleanUp, outerHull, outerHull)->Arg(16)->Arg(256)->Arg(4096);
+BENCHMARK_CAPTURE(cleanUp, regularize, crossing, regularize)->Arg(16)->Arg(256)->Arg(4096);
+BENCHMARK_CAPTURE(cleanUp, outerHull, crossing, outerHull)->Arg(16)->Arg(256)->Arg(4096);
+// What clean-up costs at the worst.
+BENCHMARK_CAPTURE(cleanUp, regularize_tangled, tangled, regularize)->Arg(200);
+BENCHMARK_CAPTURE(cleanUp, outerHull_tangled, tangled, outerHull)->Arg(200);
+BENCHMARK_CAPTURE(cleanUp, refused, hopeless, refused)->Arg(1000);
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <limits>
 #include <utility>
 
+#include "cntr/detail/cachelimit.h"
 #include "cntr/detail/edges.h"
 #include "cntr/detail/tolerances.h"
 #include "cntr/region.h"
@@ -131,12 +132,9 @@ void gmContour::label(unsigned long label) {
 }
 
 void gmContour::cachedVectorSize(long size) {
-    if (size < 0)
-        throw gmContourDefs::BadParams();
-    if (size > std::numeric_limits<std::int32_t>::max())
-        throw gmContourDefs::BadParams("cachedVectorSize does not fit in 32 bits");
+    const std::int32_t checked = detail::checkedCacheLimit(size);
     reportChange();
-    cachedVectorSize_ = static_cast<std::int32_t>(size);
+    cachedVectorSize_ = checked;
 }
 
 double gmContour::length() const {

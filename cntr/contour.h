@@ -98,14 +98,16 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
 
     /// The mean of the edges' midpoints, weighted by the edges' lengths.
     /// Deliberate: NaN for a contour whose vertices are all at one place.
-    /// Throws: gmContourDefs::EmptyContour for fewer than 2 vertices. Cost: O(n), later O(1).
+    /// Throws: gmContourDefs::EmptyContour for fewer than 2 vertices.
+    /// Cost: O(n), later O(1).
     gmVector<2> meanPosition() const;
 
     /// The vertices as a polygon, even-odd filled; a closed contour's with the first vertex once more at the end.
     gmPolygon polygon() const;
 
     /// Makes `out` a contour of the mapped vertices, with this one's closedness and label. `out` may be this contour.
-    /// Deliberate: its cachedVectorSize becomes 3, whatever either had. Cost: O(n).
+    /// Deliberate: its cachedVectorSize becomes 3, whatever either had.
+    /// Cost: O(n).
     void map(const gmXform<2>& xform, gmContour& out) const;
 
     /// The edges as segments, one an edge. Those of degenerate edges are default segments.
@@ -129,7 +131,8 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     gmVector<2> closestPoint(const gmVector<2>& point, bool vertexOnly) const;
 
     /// The index of the vertex nearest to `point`; 0 when no distance is finite.
-    /// Ties: the lowest index. Cost: O(n), not kept.
+    /// Ties: the lowest index.
+    /// Cost: O(n), not kept.
     long closestVertexIndex(const gmVector<2>& point) const;
 
     /// The distance from `point` to closestPoint(point, vertexOnly).
@@ -137,9 +140,9 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
 
     /// The indices of all vertices closer to `point` than `tolerance` (coordinate units).
     /// Order: by square cell of that size (x, then y), by index within a cell. Only nearby cells are looked at. By
-    /// index alone where there are no cells: for a tolerance that is infinite or has no finite reciprocal. Tolerance:
-    /// strict; none is closer than 0 or NaN. With +infinity every vertex at a finite distance is near. Cost: O(n log n)
-    /// for each new tolerance, which is remembered; later O(log n) and what is found.
+    /// index alone where there are no cells: for a tolerance that is infinite or has no finite reciprocal.
+    /// Tolerance: strict; none is closer than 0 or NaN. With +infinity every vertex at a finite distance is near.
+    /// Cost: O(n log n) for each new tolerance, which is remembered; later O(log n) and what is found.
     std::vector<int> vertexIndex(const gmVector<2>& point, double tolerance) const;
 
     // ----- Intersections: contour_intersections.cpp
@@ -148,9 +151,10 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// Edges parallel to the segment yield nothing, also where they lie on it. A crossing at a vertex is listed for
     /// each of its two edges. Without `includeEndpointEdges`, edges within 1e-6 of an end of the segment are left out.
     /// Tolerance: a crossing lies within 1e-6 of both (strictly), and the bounding boxes of both meet: a segment that
-    /// ends just short of a level edge does not reach it. Ties: crossings at the same place along the segment stand as
-    /// an exchange sort leaves them. Throws: gmContourDefs::EmptyContour without a vertex. Cost: O(n) and O(m log m)
-    /// for m crossings, O(m * m) with ties.
+    /// ends just short of a level edge does not reach it.
+    /// Ties: crossings at the same place along the segment stand as an exchange sort leaves them.
+    /// Throws: gmContourDefs::EmptyContour without a vertex.
+    /// Cost: O(n) and O(m log m) for m crossings, O(m * m) with ties.
     std::vector<gmVector<2>> intersections(const gmLineSeg& seg, bool includeEndpointEdges) const;
 
     /// Where the edges of `other`, each in its direction and all in their order, cross this contour. Duplicates are
@@ -176,20 +180,24 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     gmRect encloseRect(const gmXform<2>& xform) const;
 
     /// The circle that the mode describes, see gmContourDefs::DiameterMode.
-    /// Ties: the first pair. Deliberate: the default circle when no two vertices are apart (eMaxVertexPair).
+    /// Ties: the first pair.
+    /// Deliberate: the default circle when no two vertices are apart (eMaxVertexPair).
     /// Throws: gmContourDefs::BadParams "diameterMode is not one of the valid enums"; gmContourDefs::EmptyContour
-    /// without a vertex (eFromFirstVertex). Cost: O(n * n) or O(n) by mode, later O(1).
+    /// without a vertex (eFromFirstVertex).
+    /// Cost: O(n * n) or O(n) by mode, later O(1).
     gmCircle encloseCircle(gmContourDefs::DiameterMode mode) const;
 
     /// Twice the radius of encloseCircle(mode).
     double diameter(gmContourDefs::DiameterMode mode) const;
 
     /// The index of the vertex farthest in the direction `angle`; -1 when none has a place along it: NaN coordinates,
-    /// or an angle that is not finite. Along an axis the coordinate itself decides. Ties: the lowest index. Cost: O(n);
-    /// O(1) for angles that are remembered, see cachedVectorSize. NaN is not.
+    /// or an angle that is not finite. Along an axis the coordinate itself decides.
+    /// Ties: the lowest index.
+    /// Cost: O(n); O(1) for angles that are remembered, see cachedVectorSize. NaN is not.
     long extremalVertexIndex(const gmRadian& angle) const;
 
-    /// That vertex. Throws: gmContourDefs::BadParams "no extremal vertex" when there is none.
+    /// That vertex.
+    /// Throws: gmContourDefs::BadParams "no extremal vertex" when there is none.
     gmVector<2> extremalVertexPosition(const gmRadian& angle) const;
 
     /// Makes `hull` the region of the vertices of the convex hull, see gfConvexHull. `hull` may be this contour.
@@ -218,7 +226,8 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     void setPoints(const std::vector<gmVector<2>>& points);
 
     /// The median of the edge lengths (of an even number, the upper of the two in the middle); 0 without an edge.
-    /// Throws: gmContourDefs::EmptyContour without a vertex. Cost: O(n), later O(1).
+    /// Throws: gmContourDefs::EmptyContour without a vertex.
+    /// Cost: O(n), later O(1).
     double medianFeatureSize() const;
 
     /// The crossings of intersections(seg, includeEndpointEdges), and in `edgeIndex` the number of the edge of each.

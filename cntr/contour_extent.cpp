@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "cntr/contour.h"
+#include "cntr/detail/cachedshape.h"
 #include "cntr/detail/tolerances.h"
 #include "cntr/inertia.h"
 #include "cntr/region.h"
@@ -112,11 +113,10 @@ gmVector<2> gmContour::extremalVertexPosition(const gmRadian& angle) const {
 
 void gmContour::convexHull(gmRegion& hull) const {
     checkHasVertex();
-    // Held here as well: `hull` may be this contour, and its caches then let go of the result.
-    const RegionCPtr result = caches_.convexHull.get([&](RegionCPtr& slot) {
+    const RegionCPtr result = detail::cachedShape(caches_.convexHull, [&](gmRegion& region) {
         std::vector<gmVector<2>> vertices;
         gfConvexHull(points_, vertices);
-        slot = RegionCPtr(new gmRegion(vertices));
+        region = gmRegion(vertices);
     });
     hull = *result;
 }

@@ -27,7 +27,8 @@ class MOKCNTR_API gmContourDefs {
         eFromFirstVertex = 1,
     };
 
-    /// What a display may want to tell apart. Deliberate: a contour draws the same way whatever the mode.
+    /// What a display may want to tell apart.
+    /// Deliberate: a contour draws the same way whatever the mode.
     enum DrawMode : int {
         eOutline = 0,      ///< an ordinary outline
         eHighlighted = 1,  ///< an outline that stands out from the others

@@ -45,7 +45,8 @@ class MOKCNTR_API gm_InertiaData {
 /// Cost: O(n).
 MOKCNTR_API gm_InertiaData gf_InertiaDataPolygon(const std::vector<gmVector<2>>& points);
 
-/// The area of the closed polygon, never negative (the shoelace sum); 0 for fewer than 3 points. Cost: O(n).
+/// The area of the closed polygon, never negative (the shoelace sum); 0 for fewer than 3 points.
+/// Cost: O(n).
 MOKCNTR_API double gf_Area(const std::vector<gmVector<2>>& points);
 MOKCNTR_API double gf_Area(const std::vector<gmEdgelet>& edgelets);
 
@@ -67,7 +68,8 @@ MOKCNTR_API gmEllipse gf_EllipseFromInertiaData(const gm_InertiaData& data);
 
 /// The least-squares ellipse of the points and the root mean square distance from it. Points that determine no
 /// ellipse get their least-squares circle; those that determine no circle either, a default ellipse and the residual
-/// -1. Cost: O(n).
+/// -1.
+/// Cost: O(n).
 MOKCNTR_API void gf_FitEllipse(const std::vector<gmVector<2>>& points, gmEllipse& ellipse, double& residual);
 MOKCNTR_API void gf_FitEllipse(const std::vector<gmEdgelet>& edgelets, gmEllipse& ellipse, double& residual);
 

@@ -8,25 +8,6 @@ namespace {
 /// Holes whose owners are being destroyed, on a thread that is at it.
 thread_local std::vector<RegionCPtr>* orphans = nullptr;
 
-/// Lets go of the holes of a region that ends. The regions that end with them hand their own holes over to the
-/// outermost one, which goes on until there are none: nesting costs no stack.
-void release(std::vector<RegionCPtr>& holes) {
-    if (orphans) {
-        try {
-            orphans->insert(orphans->end(), holes.begin(), holes.end());
-        } catch (const std::bad_alloc&) {
-            // Without memory for the list, these end one inside the other.
-        }
-        return;
-    }
-    orphans = &holes;
-    while (!holes.empty()) {
-        const RegionCPtr hole = std::move(holes.back());
-        holes.pop_back();
-    }
-    orphans = nullptr;
-}
-
 }  // namespace
 
 gmRegion::gmRegion(const std::vector<gmVector<2>>& points, gmContourDefs::IntersectionMode mode)
@@ -60,7 +41,24 @@ gmRegion& gmRegion::operator=(const gmRegion& other) {
 }
 
 gmRegion::~gmRegion() {
-    release(holes_);
+    releaseHoles(holes_);
+}
+
+void gmRegion::releaseHoles(std::vector<RegionCPtr>& holes) {
+    if (orphans) {
+        try {
+            orphans->insert(orphans->end(), holes.begin(), holes.end());
+        } catch (const std::bad_alloc&) {
+            // Without memory for the list, these end one inside the other.
+        }
+        return;
+    }
+    orphans = &holes;
+    while (!holes.empty()) {
+        const RegionCPtr hole = std::move(holes.back());
+        holes.pop_back();
+    }
+    orphans = nullptr;
 }
 
 bool gmRegion::operator==(const gmRegion& other) const {

@@ -12,7 +12,8 @@
 ///
 /// **Holes** are regions themselves, shared through counted handles and never copied. A hole may have holes of its own:
 /// what lies in an island inside a hole is inside the region again. That a hole does not meet the outline is checked
-/// when it is set. Deliberate: nothing else is; a hole may lie outside the outline, and holes may overlap each other.
+/// when it is set.
+/// Deliberate: nothing else is; a hole may lie outside the outline, and holes may overlap each other.
 /// Holes that hold each other in a circle are never freed: take one of them out again.
 ///
 /// **considerHoles** says for each query whether the holes count. What concerns the outline alone is asked with false,
@@ -48,7 +49,8 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
                       gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
     /// The same with the vertices and the label of a contour, open or closed.
     explicit gmRegion(const gmContour& contour, gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
-    /// The same with the vertices of a polygon. Deliberate: a repeated closing vertex is kept.
+    /// The same with the vertices of a polygon.
+    /// Deliberate: a repeated closing vertex is kept.
     explicit gmRegion(const gmPolygon& polygon, gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
 
     /// Shares the holes and copies everything else, filled caches included. Assignment is no change that is reported or
@@ -59,10 +61,10 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     /// Lets go of the holes. However deep they are nested, the stack does not grow with them.
     ~gmRegion() override;
 
-    /// True when the outlines are equal as contours.
-    /// Deliberate: the holes are not compared.
     using gmContour::operator==;
     using gmContour::operator!=;
+    /// True when the outlines are equal as contours.
+    /// Deliberate: the holes are not compared.
     bool operator==(const gmRegion& other) const;
     bool operator!=(const gmRegion& other) const { return !(*this == other); }
 
@@ -78,7 +80,8 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
 
     /// Always true.
     bool isClosed() const override { return true; }
-    /// Does nothing for true. Throws: gmContourDefs::RegionCannotBeSetOpen for false.
+    /// Does nothing for true.
+    /// Throws: gmContourDefs::RegionCannotBeSetOpen for false.
     void isClosed(bool closed) override;
 
     using gmContour::map;
@@ -157,22 +160,25 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     /// Makes `out` the outer boundary of an outline that crosses itself, traced until it is back at its start. Where
     /// the boundary touches itself it passes more than once, so that a bow-tie becomes two triangles that share a
     /// vertex; an outline with many crossings gets many times as many vertices. Of an outline that does not cross
-    /// itself, a copy of the region, with its holes. `out` may be this region. Deliberate: a traced result has no
-    /// holes, whatever the region had; its label is 0, its cachedVectorSize 3.
+    /// itself, a copy of the region, with its holes. `out` may be this region.
+    /// Deliberate: a traced result has no holes, whatever the region had; its label is 0, its cachedVectorSize 3.
     ///
     /// Method: from an edge that meets its two neighbours and nothing else, and has nothing on one side (the closing
     /// edge is not tried), along the outline; at every crossing, turn into the crossing edge and go on in the other
     /// direction, until it is back. Of an outline that crosses itself in a few clear places that is all of it; one that
     /// winds around an area many times may come back early and lose large parts, and what comes of one that passes
     /// through its own vertices is not to be relied on. Vertices in the middle of straight sides stand in the way of a
-    /// start: the edges on both sides of one are parallel, and do not meet. Throws: gmContourDefs::BadParams "invalid
-    /// contour" when no edge qualifies as a start, or the trace never comes back to it; `out` is as it was. Cost: O(n *
-    /// n) for the start at the worst, O(n) for each traced vertex; later that of a copy.
+    /// start: the edges on both sides of one are parallel, and do not meet.
+    ///
+    /// Throws: gmContourDefs::BadParams "invalid contour" when no edge qualifies as a start, or the trace never comes
+    /// back to it; `out` is as it was.
+    /// Cost: O(n * n) for the start at the worst, O(n) for each traced vertex; later that of a copy.
     void regularize(gmRegion& out) const;
 
     /// The same, and then: the traced loop is cut apart where it touches itself (vertices closer than 1e-6), loops that
     /// lie inside others are dropped, loops that share a vertex are joined again, and the first of what is left is
-    /// kept. Deliberate: others are lost.
+    /// kept.
+    /// Deliberate: others are lost.
     /// Cost: for a traced loop of m vertices that touches itself t times, O(t * m log m) more at the worst.
     void outerHull(gmRegion& out) const;
 
@@ -193,6 +199,10 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     void checkEmptyContour() const;
 
     void cleanCacheInfo() override;
+
+    /// For destructors: lets go of the holes of a region that ends. The regions that end with them hand their own holes
+    /// over to the outermost one, which goes on until there are none: nesting costs no stack.
+    static void releaseHoles(std::vector<RegionCPtr>& holes);
 
     void dispatchSerialize(gmArchive& archive) override;
     /// The content of the version: 1 is written, 0 read as well.

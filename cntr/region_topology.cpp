@@ -3,6 +3,7 @@
 #include <cstring>
 #include <optional>
 
+#include "cntr/detail/cachedshape.h"
 #include "cntr/detail/tolerances.h"
 #include "cntr/detail/vertexgrid.h"
 #include "cntr/region.h"
@@ -180,17 +181,10 @@ void gmRegion::outerHull(gmRegion& out) const {
 }
 
 void gmRegion::cleanUp(detail::Cached<RegionCPtr>& cache, bool outerHullOnly, gmRegion& out) const {
-    if (!isSelfIntersecting()) {
+    if (isSelfIntersecting())
+        out = *detail::cachedShape(cache, [&](gmRegion& result) { outerHullRegularize(result, outerHullOnly); });
+    else
         out = *this;
-        return;
-    }
-    // Held here as well: `out` may be this region, and its caches then let go of the result.
-    const RegionCPtr result = cache.get([&](RegionCPtr& slot) {
-        const gmPtrHandle<gmRegion> fresh(new gmRegion);
-        slot = fresh;
-        outerHullRegularize(*fresh, outerHullOnly);
-    });
-    out = *result;
 }
 
 void gmRegion::outerHullRegularize(gmRegion& out, bool outerHullOnly) const {

@@ -1,7 +1,8 @@
 #include "cntr/regionst.h"
 
-#include <limits>
 #include <utility>
+
+#include "cntr/detail/cachelimit.h"
 
 namespace {
 
@@ -67,11 +68,7 @@ void gmRegionSet::add(const RegionCPtr& region, gmContourDefs::IntersectionMode 
 }
 
 void gmRegionSet::cachedVectorSize(long size) {
-    if (size < 0)
-        throw gmContourDefs::BadParams();
-    if (size > std::numeric_limits<std::int32_t>::max())
-        throw gmContourDefs::BadParams("cachedVectorSize does not fit in 32 bits");
-    cachedVectorSize_ = static_cast<std::int32_t>(size);
+    cachedVectorSize_ = detail::checkedCacheLimit(size);
     reportChange();
 }
 

@@ -40,8 +40,8 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
     /// A set of these regions, in this order. Without arguments: the empty set.
     ///
     /// Regions that cross themselves or each other are kept (eKeep), or replaced by the set's outer hull (eOuterHull)
-    /// or by its regularised form (eRegularize); any other mode keeps them. Throws: what outerHull() and regularize()
-    /// do.
+    /// or by its regularised form (eRegularize); any other mode keeps them.
+    /// Throws: what outerHull() and regularize() do.
     explicit gmRegionSet(const std::vector<RegionCPtr>& regions = {},
                          gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
     explicit gmRegionSet(const std::vector<gmPtrHandle<gmRegion>>& regions,
@@ -53,8 +53,9 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
     gmRegionSet& operator=(const gmRegionSet& other);
     ~gmRegionSet() override;
 
-    /// True when there are as many regions in both and each equals its counterpart, see gmRegion::operator==. The holes
-    /// are not compared. Throws: gmBadPointer for an empty handle in a pair that is compared.
+    /// True when there are as many regions in both and each equals its counterpart, see gmRegion::operator==: the
+    /// holes are not compared.
+    /// Throws: gmBadPointer for an empty handle in a pair that is compared.
     bool operator==(const gmRegionSet& other) const;
     bool operator!=(const gmRegionSet& other) const { return !(*this == other); }
 
@@ -85,27 +86,32 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
     /// 1e-15 in magnitude.
     /// Deliberate: a region with holes answers its centre with holes only once (see gmRegion::centerOfMass), and (0, 0)
     /// after that. So it counts as if it lay at the origin when it was asked before, by anybody: by another set, by
-    /// this one before a region was added or inertiaMatrix(true) was refused, or as the same region earlier in the
-    /// list. Throws: gmContourDefs::EmptyRegionSet. Cost: that of the regions' centres, later O(1).
+    /// this one before a region was added or inertiaMatrix(true) was refused, or as the same region earlier in it.
+    /// Throws: gmContourDefs::EmptyRegionSet.
+    /// Cost: that of the regions' centres, later O(1).
     gmVector<2> centerOfMass(bool considerHoles) const;
 
     /// The second moments of the regions together, about their common centre, see gm_InertiaData::operator+.
-    /// Throws: gmContourDefs::EmptyRegionSet; with `considerHoles`, what gmRegion::inertiaMatrix does when a region has
-    /// a hole. Cost: that of the regions' moments, later O(1).
+    /// Throws: gmContourDefs::EmptyRegionSet; with `considerHoles`, what gmRegion::inertiaMatrix does of holes.
+    /// Cost: that of the regions' moments, later O(1).
     gmMatrix<2> inertiaMatrix(bool considerHoles) const;
 
-    /// Whether the point is inside one of the regions; false for an empty set. Regions after the first that holds it
-    /// are not asked. Cost: that of gmRegion::inside for each region, not kept.
+    /// Whether the point is inside one of the regions; false for an empty set. Regions after the first that holds
+    /// it are not asked.
+    /// Cost: that of gmRegion::inside for each region, not kept.
     bool inside(const gmVector<2>& point, bool considerHoles) const;
 
-    /// The smallest of the regions' distances from the point, see gmRegion::distToPoint; +infinity when no distance is
-    /// a number. Throws: gmContourDefs::EmptyRegionSet. Cost: that of the regions' distances, not kept.
+    /// The smallest of the regions' distances from the point, see gmRegion::distToPoint; +infinity when none is a
+    /// number.
+    /// Throws: gmContourDefs::EmptyRegionSet.
+    /// Cost: that of the regions' distances, not kept.
     double distToPoint(const gmVector<2>& point, bool vertexOnly, bool considerHoles, bool insideIsZero) const;
 
     /// The axis-aligned bounding box of the regions' mapped outlines, in the frame that the transform maps to.
     /// Deliberate: remembered transforms are told apart as in gmContour::encloseRect.
-    /// Throws: gmContourDefs::EmptyRegionSet. Cost: O(n) over all outlines; O(1) for transforms that are remembered,
-    /// see cachedVectorSize. One that holds a NaN is not.
+    /// Throws: gmContourDefs::EmptyRegionSet.
+    /// Cost: O(n) over all outlines; O(1) for transforms that are remembered, see cachedVectorSize. One with a NaN is
+    /// not.
     gmRect encloseRect(const gmXform<2>& xform) const;
 
     // ----- Clean-up: regionst_topology.cpp
@@ -123,9 +129,10 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
     /// see gmRegion::regularize. Of a set that does not cross itself, a copy. `out` may be this set.
     /// Deliberate: spliced regions have no holes and label 0, and what both held before may be outside of what becomes
     /// of them. Each region is compared once with those behind it, in order; when two are spliced the last of the list
-    /// takes the place of the second and is not compared with the first, so that crossings may be left. A computed
-    /// result has a cachedVectorSize of 3. Throws: gmBadPointer; gmContourDefs::EmptyContour for a region without
-    /// vertices; gmContourDefs::BadParams "invalid contour" when a region cannot be cleaned up. `out` is as it was.
+    /// takes the place of the second and is not compared with the first, so that crossings may be left. A result
+    /// that was computed has a cachedVectorSize of 3.
+    /// Throws: gmBadPointer; gmContourDefs::EmptyContour for a region without vertices; gmContourDefs::BadParams
+    /// "invalid contour" when a region cannot be cleaned up. `out` is as it was then.
     /// Cost: quadratic in the regions and their vertices, later that of a copy.
     void regularize(gmRegionSet& out) const;
 

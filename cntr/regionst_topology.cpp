@@ -1,3 +1,4 @@
+#include "cntr/detail/cachedshape.h"
 #include "cntr/regionst.h"
 
 bool gmRegionSet::isSelfIntersecting() const {
@@ -29,17 +30,10 @@ void gmRegionSet::outerHull(gmRegionSet& out) const {
 }
 
 void gmRegionSet::cleanUp(detail::Cached<gmPtrHandle_const<gmRegionSet>>& cache, bool hull, gmRegionSet& out) const {
-    if (!isSelfIntersecting()) {
+    if (isSelfIntersecting())
+        out = *detail::cachedShape(cache, [&](gmRegionSet& result) { outerHullRegularize(result, hull); });
+    else
         out = *this;
-        return;
-    }
-    // Held here as well: `out` may be this set, and its caches then let go of the result.
-    const auto result = cache.get([&](gmPtrHandle_const<gmRegionSet>& slot) {
-        const gmPtrHandle<gmRegionSet> fresh(new gmRegionSet);
-        slot = fresh;
-        outerHullRegularize(*fresh, hull);
-    });
-    out = *result;
 }
 
 void gmRegionSet::outerHullRegularize(gmRegionSet& out, bool hull) const {

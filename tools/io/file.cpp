@@ -118,9 +118,7 @@ OutlineFile readOutlines(const std::string& name) {
     std::string_view text = bytes;
     if (startsWith(text, "\xff\xfe") || startsWith(text, "\xfe\xff"))
         refuse(name, "the text is UTF-16; only UTF-8 can be read");
-    constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
-    if (startsWith(text, byteOrderMark))
-        text.remove_prefix(byteOrderMark.size());
+    text = withoutByteOrderMark(text);
     try {
         return {name, isGeoJson(name, text) ? readGeoJson(text) : readWkt(text)};
     } catch (const FileError& error) {

@@ -22,6 +22,11 @@ std::string format(double value, Style... style) {
 
 }  // namespace
 
+std::string_view withoutByteOrderMark(std::string_view text) {
+    constexpr std::string_view mark = "\xef\xbb\xbf";
+    return text.substr(text.substr(0, mark.size()) == mark ? mark.size() : 0);
+}
+
 std::optional<double> parseNumber(std::string_view text) {
     if (!text.empty() && text.front() == '+') {
         text.remove_prefix(1);

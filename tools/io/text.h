@@ -19,6 +19,9 @@ std::string formatFixed(double value, int decimals);
 /// The number with so many significant digits, with an exponent where it is very large or small.
 std::string formatSignificant(double value, int digits);
 
+/// The text without the byte order mark that it may begin with.
+std::string_view withoutByteOrderMark(std::string_view text);
+
 /// The text with control characters replaced, cut to `longest` bytes, so that what a file or a path holds can be
 /// shown on a terminal.
 std::string printable(std::string_view text, std::size_t longest = 4096);

@@ -34,9 +34,7 @@ std::optional<gmVector<2>> parsePoint(std::string_view text) {
 }
 
 std::vector<gmVector<2>> readPoints(std::string_view text) {
-    constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
-    if (text.substr(0, byteOrderMark.size()) == byteOrderMark)
-        text.remove_prefix(byteOrderMark.size());
+    text = withoutByteOrderMark(text);
     std::vector<gmVector<2>> points;
     for (std::size_t number = 1; !text.empty(); ++number) {
         const std::size_t end = text.find('\n');
