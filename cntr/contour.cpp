@@ -161,6 +161,7 @@ void gmContour::map(const gmXform<2>& xform, gmContour& out) const {
     const gmContour result(mapped, isClosed(), label());
     out.cleanCacheInfo();  // also what a class derived from gmContour keeps
     out = result;
+    out.makeDataConsistentWithPoints();
 }
 
 const detail::Edges& gmContour::edges() const {

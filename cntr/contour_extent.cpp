@@ -119,6 +119,7 @@ void gmContour::convexHull(gmRegion& hull) const {
         region = gmRegion(vertices);
     });
     hull = *result;
+    hull.makeDataConsistentWithPoints();
 }
 
 void gmContour::fitEllipse(gmEllipse& ellipse, double& residual) const {

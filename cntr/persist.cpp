@@ -3,6 +3,7 @@
 #include "cntr/defs.h"
 #include "cntr/region.h"
 #include "cntr/regionst.h"
+#include "cntrtmpl/cntrtmpl.h"
 
 namespace {
 
@@ -56,6 +57,7 @@ void archiveMembers(gmArchive& archive, CleanUp cleanUp, Content content) {
 
 constexpr std::size_t vertexBytes = 2 * sizeof(double);
 constexpr std::size_t handleBytes = sizeof(std::uint32_t);  // of an empty one
+constexpr std::size_t edgeletBytes = vertexBytes + sizeof(std::uint16_t) + sizeof(std::uint8_t);
 
 }  // namespace
 
@@ -75,6 +77,12 @@ gm_Instantiator gmContourDefs::NumberedError<gmContourDefs::RegionCannotBeSetOpe
 gm_Instantiator gmContour::sExemplar(typeid(gmContour), gmContour::make);
 gm_Instantiator gmRegion::sExemplar(typeid(gmRegion), gmRegion::make);
 gm_Instantiator gmRegionSet::sExemplar(typeid(gmRegionSet), gmRegionSet::make);
+template <>
+gm_Instantiator gmContourT<gmEdgelet>::sExemplar(typeid(gmContourT<gmEdgelet>), gmContourT<gmEdgelet>::make);
+template <>
+gm_Instantiator gmRegionSetT<gmEdgelet>::sExemplar(typeid(gmRegionSetT<gmEdgelet>), gmRegionSetT<gmEdgelet>::make);
+template <>
+gm_Instantiator gmRegionT<gmEdgelet>::sExemplar(typeid(gmRegionT<gmEdgelet>), gmRegionT<gmEdgelet>::make);
 
 // ----- Errors
 
@@ -196,3 +204,88 @@ void gmRegionSet::serialize_(gmArchive& archive, unsigned char version) {
                 archiveCacheLimit(archive, cachedVectorSize_);
         });
 }
+
+// ----- Contour with edge points
+
+template <class Datum>
+gmPersistent* gmContourT<Datum>::make() {
+    return new gmContourT;
+}
+
+template <class Datum>
+void gmContourT<Datum>::dispatchSerialize(gmArchive& archive) {
+    archiveOnce(archive, this, sizeof *this, 1,
+                [&](unsigned char version) { gmContourT::serialize_(archive, version); });
+}
+
+template <class Datum>
+void gmContourT<Datum>::serialize_(gmArchive& archive, unsigned char version) {
+    if (version > 1)
+        throw gmArchive::UnknownVersion("cntrtmpl", 98);
+    if (!archive.isStoring())
+        carried_.pointsFromData.invalidate();
+    gmContour::dispatchSerialize(archive);
+    archiveBlock(archive, carried_.data, edgeletBytes);
+    // Storing refuses what loading would.
+    if (carried_.data.size() != points().size())
+        throw gmArchive::Malformed("not as many edge points as vertices");
+    if (version == 1)
+        archive || carried_.dataFromPoints;
+}
+
+// ----- Region with edge points
+
+template <class Datum>
+gmPersistent* gmRegionT<Datum>::make() {
+    return new gmRegionT;
+}
+
+template <class Datum>
+void gmRegionT<Datum>::dispatchSerialize(gmArchive& archive) {
+    archiveOnce(archive, this, sizeof *this, 0,
+                [&](unsigned char version) { gmRegionT::serialize_(archive, version); });
+}
+
+template <class Datum>
+void gmRegionT<Datum>::serialize_(gmArchive& archive, unsigned char version) {
+    if (version != 0)
+        throw gmArchive::UnknownVersion("cntrtmpl", 186);
+    // What was there belongs to other vertices.
+    if (!archive.isStoring()) {
+        this->carried_ = {};
+        holes_.clear();
+    }
+    gmRegion::dispatchSerialize(archive);
+}
+
+// ----- Region set with edge points
+
+template <class Datum>
+gmPersistent* gmRegionSetT<Datum>::make() {
+    return new gmRegionSetT;
+}
+
+template <class Datum>
+void gmRegionSetT<Datum>::dispatchSerialize(gmArchive& archive) {
+    archiveOnce(archive, this, sizeof *this, 0,
+                [&](unsigned char version) { gmRegionSetT::serialize_(archive, version); });
+}
+
+template <class Datum>
+void gmRegionSetT<Datum>::serialize_(gmArchive& archive, unsigned char version) {
+    if (version != 0)
+        throw gmArchive::UnknownVersion("cntrtmpl", 283);
+    gmRegionSet::dispatchSerialize(archive);
+    archiveBlock(archive, regions_, handleBytes);
+}
+
+// One by one: the rest of these classes is instantiated with its source.
+template gmPersistent* gmContourT<gmEdgelet>::make();
+template void gmContourT<gmEdgelet>::dispatchSerialize(gmArchive&);
+template void gmContourT<gmEdgelet>::serialize_(gmArchive&, unsigned char);
+template gmPersistent* gmRegionT<gmEdgelet>::make();
+template void gmRegionT<gmEdgelet>::dispatchSerialize(gmArchive&);
+template void gmRegionT<gmEdgelet>::serialize_(gmArchive&, unsigned char);
+template gmPersistent* gmRegionSetT<gmEdgelet>::make();
+template void gmRegionSetT<gmEdgelet>::dispatchSerialize(gmArchive&);
+template void gmRegionSetT<gmEdgelet>::serialize_(gmArchive&, unsigned char);

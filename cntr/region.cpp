@@ -90,6 +90,7 @@ void gmRegion::map(const gmXform<2>& xform, gmRegion& out) const {
     gmContour::map(xform, mapped);
     out = gmRegion(mapped.points());
     out.label(mapped.label());
+    out.makeDataConsistentWithPoints();
 }
 
 void gmRegion::checkEmptyContour() const {

@@ -183,8 +183,11 @@ void gmRegion::outerHull(gmRegion& out) const {
 void gmRegion::cleanUp(detail::Cached<RegionCPtr>& cache, bool outerHullOnly, gmRegion& out) const {
     if (isSelfIntersecting())
         out = *detail::cachedShape(cache, [&](gmRegion& result) { outerHullRegularize(result, outerHullOnly); });
-    else
+    else if (&out != this)
         out = *this;
+    else
+        return;
+    out.makeDataConsistentWithPoints();
 }
 
 void gmRegion::outerHullRegularize(gmRegion& out, bool outerHullOnly) const {

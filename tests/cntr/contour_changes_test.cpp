@@ -80,13 +80,13 @@ TEST(ContourIsClosed, StoresThenCleans) {
     EXPECT_THAT(shape.takeLog(), ElementsAre("clean: 2 open"));
 }
 
-TEST(ContourMap, CleansTheTarget) {
+TEST(ContourMap, CleansTheTargetAndHasItsDataFollow) {
     HookedContour target(points("0 0, 1 1"), false);
     target.takeLog();
     target.reportChanges(true);
     ChangeCounter changes;
     contour("0 0, 1 0, 1 1").map(gmXform<2>::I, target);
-    EXPECT_THAT(target.takeLog(), ElementsAre("clean: 2 open"));
+    EXPECT_THAT(target.takeLog(), ElementsAre("clean: 2 open", "data follows: 3 closed"));
     EXPECT_EQ(changes.take(), 1);
 }
 

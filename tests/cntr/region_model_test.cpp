@@ -6,7 +6,6 @@
 
 #include "tests/support/bits.h"
 #include "tests/support/changes.h"
-#include "tests/support/tablet.h"
 #include "tests/support/testcontour.h"
 #include "tests/support/testregion.h"
 
@@ -19,7 +18,6 @@ using support::same;
 using support::shared;
 using support::testRegion;
 using support::TestRegion;
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Property;
 using testing::Throws;
@@ -109,9 +107,6 @@ TEST(RegionModel, OfAnOpenContourHasItsClosingEdgeInEveryQuery) {
     EXPECT_EQ(region.distToPoint({0, 1.5}, false), gmRegion(points("0 0, 4 0, 4 3")).distToPoint({0, 1.5}, false));
     EXPECT_EQ(region.intersections(gmLineSeg({1, -1}, {1, 3}), true, false).size(), 2U);
     EXPECT_EQ(region, gmRegion(points("0 0, 4 0, 4 3")));
-    support::RecordingTablet tablet;
-    region.draw(tablet, gmContourDefs::eOutline, gmColor(), gmUITablet::eImageLayer);
-    EXPECT_EQ(tablet.calls.size(), 3U);
 }
 
 TEST(RegionModel, TakesNothingOverThatAnOpenContourRemembers) {
@@ -354,41 +349,6 @@ TEST(RegionMap, IsOneChangeOfTheTargetItsLabels) {
     EXPECT_EQ(announced, 1);
     EXPECT_EQ(out.label(), 9U);
     EXPECT_TRUE(out.reportsChanges());
-}
-
-TEST(RegionDraw, WithoutAModeDrawsNothing) {
-    const gmRegion shape = plate();
-    support::RecordingTablet tablet;
-    shape.draw(tablet, gmColor(1, 2, 3), gmUITablet::eOverlayLayer);
-    EXPECT_THAT(tablet.calls, IsEmpty());
-}
-
-TEST(RegionDraw, WithAModeDrawsTheOutlineAndNoHoles) {
-    const gmRegion shape = plate();
-    const gmColor color(1, 2, 3);
-    for (const auto mode : {gmContourDefs::eOutline, gmContourDefs::eHighlighted}) {
-        support::RecordingTablet tablet;
-        shape.draw(tablet, mode, color, gmUITablet::eOverlayLayer);
-        using Call = support::RecordingTablet::Call;
-        EXPECT_THAT(tablet.calls, ElementsAre(Call{{0, 10}, {0, 0}, color, gmUITablet::eOverlayLayer},
-                                              Call{{0, 0}, {10, 0}, color, gmUITablet::eOverlayLayer},
-                                              Call{{10, 0}, {10, 10}, color, gmUITablet::eOverlayLayer},
-                                              Call{{10, 10}, {0, 10}, color, gmUITablet::eOverlayLayer}));
-    }
-}
-
-TEST(RegionDraw, CanBeOverriddenByADerivedRegion) {
-    struct Drawn : gmRegion {
-        using gmRegion::draw;
-        using gmRegion::gmRegion;
-        void draw(gmUITablet& tablet, const gmColor& color, const gmUITablet::Layers& layers) const override {
-            tablet.drawLineSeg({0, 0}, {1, 1}, color, layers);
-        }
-    };
-    const Drawn drawn;
-    support::RecordingTablet tablet;
-    static_cast<const gmRegion&>(drawn).draw(tablet, gmColor(), gmUITablet::eImageLayer);
-    EXPECT_EQ(tablet.calls.size(), 1U);
 }
 
 }  // namespace
