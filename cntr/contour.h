@@ -243,8 +243,9 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
   public:
     // ----- For derived classes: contour.cpp
 
-    /// For contours that carry data with their vertices: called after the vertices were set, and by whoever set the
-    /// data. They do nothing here.
+    /// For contours that carry data with their vertices. The first is called after the vertices were set, and on what
+    /// became the result of map(), convexHull() or a region's clean-up: what it throws passes through, with the new
+    /// vertices in place. The second is called by whoever set the data. They do nothing here.
     virtual void makeDataConsistentWithPoints();
     virtual void makePointsConsistentWithData();
 

@@ -113,13 +113,11 @@ gmVector<2> gmContour::extremalVertexPosition(const gmRadian& angle) const {
 
 void gmContour::convexHull(gmRegion& hull) const {
     checkHasVertex();
-    const RegionCPtr result = detail::cachedShape(caches_.convexHull, [&](gmRegion& region) {
+    hull.become(*detail::cachedShape(caches_.convexHull, [&](gmRegion& region) {
         std::vector<gmVector<2>> vertices;
         gfConvexHull(points_, vertices);
         region = gmRegion(vertices);
-    });
-    hull = *result;
-    hull.makeDataConsistentWithPoints();
+    }));
 }
 
 void gmContour::fitEllipse(gmEllipse& ellipse, double& residual) const {

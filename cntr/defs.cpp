@@ -1,3 +1,5 @@
 #include "cntr/defs.h"
 
-gmContourDefs::Errors::Errors(const std::string& message) : gmExceptionWithString(message.c_str()) {}
+gmContourDefs::Errors::Errors(const std::string& message) : gmExceptionWithString(nullptr) {
+    text_ = message;
+}

@@ -222,9 +222,10 @@ template <class Datum>
 void gmContourT<Datum>::serialize_(gmArchive& archive, unsigned char version) {
     if (version > 1)
         throw gmArchive::UnknownVersion("cntrtmpl", 98);
+    gmContour::dispatchSerialize(archive);
+    // Behind the contour, which reports its change: an observer may have asked for the inverse of the old transform.
     if (!archive.isStoring())
         carried_.pointsFromData.invalidate();
-    gmContour::dispatchSerialize(archive);
     archiveBlock(archive, carried_.data, edgeletBytes);
     // Storing refuses what loading would.
     if (carried_.data.size() != points().size())

@@ -88,9 +88,16 @@ void gmRegion::isClosed(bool closed) {
 void gmRegion::map(const gmXform<2>& xform, gmRegion& out) const {
     gmContour mapped;
     gmContour::map(xform, mapped);
+    const std::vector<RegionCPtr> replaced = out.holes_;  // ends last, as in become()
     out = gmRegion(mapped.points());
     out.label(mapped.label());
     out.makeDataConsistentWithPoints();
+}
+
+void gmRegion::become(const gmRegion& result) {
+    const std::vector<RegionCPtr> replaced = holes_;  // ends last: it may be what keeps this region alive
+    *this = result;
+    makeDataConsistentWithPoints();
 }
 
 void gmRegion::checkEmptyContour() const {

@@ -209,8 +209,11 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     void serialize_(gmArchive& archive, unsigned char version) override;
 
   private:
+    friend class gmContour;    // its hull is a result
     friend class gmRegionSet;  // it splices
 
+    /// Takes a result over, and has the data of a derived class follow the new vertices.
+    void become(const gmRegion& result);
     void applyMode(gmContourDefs::IntersectionMode mode);
 
     /// How often a ray from `p` crosses the outline; with `bothDirections`, the smaller count of it and the opposite

@@ -182,12 +182,9 @@ void gmRegion::outerHull(gmRegion& out) const {
 
 void gmRegion::cleanUp(detail::Cached<RegionCPtr>& cache, bool outerHullOnly, gmRegion& out) const {
     if (isSelfIntersecting())
-        out = *detail::cachedShape(cache, [&](gmRegion& result) { outerHullRegularize(result, outerHullOnly); });
+        out.become(*detail::cachedShape(cache, [&](gmRegion& result) { outerHullRegularize(result, outerHullOnly); }));
     else if (&out != this)
-        out = *this;
-    else
-        return;
-    out.makeDataConsistentWithPoints();
+        out.become(*this);
 }
 
 void gmRegion::outerHullRegularize(gmRegion& out, bool outerHullOnly) const {

@@ -50,6 +50,7 @@ bool gmRegionSet::operator==(const gmRegionSet& other) const {
 }
 
 void gmRegionSet::regions(const std::vector<RegionCPtr>& regions, gmContourDefs::IntersectionMode mode) {
+    const std::vector<RegionCPtr> replaced = regions_;  // ends last: it may be what keeps this set alive
     cleanCacheInfo();
     setRegions(regions);
     makeDataConsistentWithPoints();
@@ -61,6 +62,7 @@ void gmRegionSet::regions(const std::vector<gmPtrHandle<gmRegion>>& regions, gmC
 }
 
 void gmRegionSet::add(const RegionCPtr& region, gmContourDefs::IntersectionMode mode) {
+    const std::vector<RegionCPtr> replaced = regions_;  // ends last, as above: the mode may replace it
     cleanCacheInfo();
     regions_.push_back(region);
     makeDataConsistentWithPoints();

@@ -48,9 +48,12 @@ void gmContourT<Datum>::data(const std::vector<Datum>& data) {
 
 template <class Datum>
 gmVector<2> gmContourT<Datum>::point(const Datum& datum) const {
-    return carried_.pointsFromData
-        .get([&](gmPtrHandle<gm2XformBase>& inverse) { inverse = carried_.dataFromPoints->inverseBase(); })
-        ->mapPoint(datum.position());
+    // Held here as well, as in datum(): an application's transform may assign to this contour.
+    const gmPtrHandle<gm2XformBase> inverse = carried_.pointsFromData.get([&](gmPtrHandle<gm2XformBase>& slot) {
+        const gmPtrHandle<gm2XformBase> xform = carried_.dataFromPoints;
+        slot = xform->inverseBase();
+    });
+    return inverse->mapPoint(datum.position());
 }
 
 template <class Datum>
@@ -71,18 +74,21 @@ void gmContourT<Datum>::mapT(const gmXform<2>&, gmContourT&) const {
 template <class Datum>
 void gmContourT<Datum>::makeDataConsistentWithPoints() {
     cleanCacheInfo();
+    // A copy, here and below: an application's transform may change the contour while it maps.
+    const std::vector<gmVector<2>> points = this->points();
     carried_.data.clear();
-    carried_.data.reserve(points().size());
-    for (const gmVector<2>& point : points())
+    carried_.data.reserve(points.size());
+    for (const gmVector<2>& point : points)
         carried_.data.push_back(datum(point));
 }
 
 template <class Datum>
 void gmContourT<Datum>::makePointsConsistentWithData() {
     cleanCacheInfo();
+    const std::vector<Datum> data = carried_.data;
     std::vector<gmVector<2>> points;
-    points.reserve(carried_.data.size());
-    for (const Datum& datum : carried_.data)
+    points.reserve(data.size());
+    for (const Datum& datum : data)
         points.push_back(point(datum));
     setPoints(points);
 }
@@ -102,10 +108,10 @@ gmRegionT<Datum>::gmRegionT(const std::vector<Datum>& data, const gmPtrHandle_co
     this->label(label);
 }
 
-// The plain region cleans up in its constructor: the contour may have been open, and remember what lacks an edge.
+// Assigned: the outline is a virtual base, which a class derived from this one would construct without the vertices.
 template <class Datum>
-gmRegionT<Datum>::gmRegionT(const gmContourT<Datum>& contour, unsigned long label)
-    : gmContour(contour), gmContourT<Datum>(contour) {
+gmRegionT<Datum>::gmRegionT(const gmContourT<Datum>& contour, unsigned long label) {
+    gmContourT<Datum>::operator=(contour);
     this->label(label);
 }
 
@@ -146,6 +152,11 @@ void gmRegionT<Datum>::holes(const Holes& holes) {
 }
 
 template <class Datum>
+void gmRegionT<Datum>::holes(const std::vector<gmPtrHandle<gmRegionT>>& holes) {
+    this->holes(Holes(holes.begin(), holes.end()));
+}
+
+template <class Datum>
 void gmRegionT<Datum>::regularizeT(gmRegionT&) const {
     throw gmPel::BadWindow();
 }
@@ -168,6 +179,10 @@ gmRegionSetT<Datum>::gmRegionSetT(const Regions& regions) : regions_(regions) {
 template <class Datum>
 gmRegionSetT<Datum>::gmRegionSetT(const std::vector<gmPtrHandle<gmRegionT<Datum>>>& regions)
     : gmRegionSetT(Regions(regions.begin(), regions.end())) {}
+
+template <class Datum>
+gmRegionSetT<Datum>::gmRegionSetT(std::initializer_list<gmPtrHandle_const<gmRegionT<Datum>>> regions)
+    : gmRegionSetT(Regions(regions)) {}
 
 template <class Datum>
 gmRegionSetT<Datum>::gmRegionSetT(const gmRegionSetT& other) : gmRegionSetT() {
@@ -206,6 +221,7 @@ template <class Datum>
 void gmRegionSetT<Datum>::makeDataConsistentWithPoints() {
     cleanCacheInfo();
     const std::vector<RegionCPtr> plain = regions();
+    const Regions replaced = regions_;  // ends last: it may be what keeps this set alive
     regions_.resize(plain.size());
     for (std::size_t i = 0; i < plain.size(); ++i) {
         const gmPtrHandle<gmRegionT<Datum>> fresh(new gmRegionT<Datum>);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <vector>
 
 #include "cntr/export.h"
@@ -8,13 +9,14 @@
 
 /// A set of regions with edge points: gmRegionSetT<gmEdgelet>, which is the only one.
 ///
-/// It holds its regions twice, as they are and as the plain regions of gmRegionSet: the same objects in the same order.
-/// All queries are those of gmRegionSet.
+/// It holds its regions twice, as they are and as the plain regions of gmRegionSet: the same objects in the same order
+/// when it was made, and after makePointsConsistentWithData(). All queries are those of gmRegionSet, of the plain list.
 ///
 /// Deliberate: it is made whole, by its constructors. gmRegionSet::add and gmRegionSet::regions make a region with
 /// edge points of each plain one, for which there is no transform: they throw gmBadPointer as soon as a region has a
-/// vertex. The plain list is changed by then, and the caches are dropped. Assigning a plain set, as clean-up does with
-/// this one as its result, replaces the plain list alone.
+/// vertex. The plain list is changed by then, the caches are dropped, and the other list has the new length: cut off,
+/// or with empty handles at its end. Assigning a plain set, as clean-up does with this one as its result, replaces the
+/// plain list alone.
 template <class Datum>
 class MOKCNTR_API gmRegionSetT : public gmRegionSet {
   public:
@@ -25,8 +27,10 @@ class MOKCNTR_API gmRegionSetT : public gmRegionSet {
     /// A set of these regions, in this order. Empty handles may be among them, as in gmRegionSet.
     explicit gmRegionSetT(const Regions& regions);
     explicit gmRegionSetT(const std::vector<gmPtrHandle<gmRegionT<Datum>>>& regions);
+    gmRegionSetT(std::initializer_list<gmPtrHandle_const<gmRegionT<Datum>>> regions);
 
-    /// Shares the regions and copies everything else. Assignment is no change that is reported or cleaned up after.
+    /// Shares the regions and the remembered result sets, and copies everything else. Assignment is no change that is
+    /// reported or cleaned up after.
     gmRegionSetT(const gmRegionSetT& other);
     gmRegionSetT& operator=(const gmRegionSetT& other);
     ~gmRegionSetT() override;
@@ -40,7 +44,7 @@ class MOKCNTR_API gmRegionSetT : public gmRegionSet {
     /// The regions with their edge points. A copy of the list: new handles to the same regions.
     Regions regionsT() const { return regions_; }
 
-    /// Deliberate: not for edge points, see gmContourT::mapT. They always throw gmPel::BadWindow and change nothing.
+    /// Deliberate: always throw gmPel::BadWindow and change nothing, as gmContourT::mapT.
     void regularizeT(gmRegionSetT& out) const;
     void mapT(const gmXform<2>& xform, gmRegionSetT& out) const;
 
@@ -48,7 +52,7 @@ class MOKCNTR_API gmRegionSetT : public gmRegionSet {
     void makePointsConsistentWithData() override;
     /// Makes the regions with edge points anew, from the vertices of the plain ones and nothing else of them.
     /// Throws: gmBadPointer for an empty handle, and for a region with a vertex: the new ones have no transform. Those
-    /// before it are replaced.
+    /// before it are replaced, those behind it as they were, in a list of the new length.
     void makeDataConsistentWithPoints() override;
 
     using gmRegionSet::cleanCacheInfo;

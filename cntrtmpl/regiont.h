@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <vector>
 
 #include "cntr/export.h"
@@ -16,9 +17,13 @@
 /// Deliberate: area, containment and every other query of gmRegion see the plain holes only. To cut holes out, hand the
 /// same regions over as plain ones too; that makes the data anew, so give the data afterwards.
 ///
-/// Deliberate: an archive holds the outline and the plain holes. What comes back has no data and no transform.
+/// **Results.** gmRegion::map, gmContour::convexHull, gmRegion::regularize and gmRegion::outerHull with this region as
+/// their result make the data anew, as gmContour::map does for a gmContourT, and leave the holes with edge points
+/// alone. A region that does not cross itself, cleaned up into itself, stays as it is.
 ///
-/// **Derived classes** construct the outline themselves, as those of gmRegion do.
+/// Deliberate: an archive holds the outline and the plain holes. What comes back has no data and no transform: assign a
+/// region made from edge points to it. Setting points or holes throws gmBadPointer until then, and
+/// makePointsConsistentWithData() leaves no vertices.
 template <class Datum>
 class MOKCNTR_API gmRegionT : public gmContourT<Datum>, public gmRegion {
   public:
@@ -58,16 +63,18 @@ class MOKCNTR_API gmRegionT : public gmContourT<Datum>, public gmRegion {
     /// Replaces the holes with edge points, and drops every cache. Nothing is checked. An observer of its changes
     /// already sees the new holes.
     void holes(const Holes& holes);
+    void holes(const std::vector<gmPtrHandle<gmRegionT>>& holes);
+    void holes(std::initializer_list<gmPtrHandle_const<gmRegionT>> holes) { this->holes(Holes(holes)); }
     /// Those of gmRegion, with which the data are made anew.
     /// Throws: gmBadPointer as well, for a region with a vertex and without a transform.
     using gmRegion::holes;
 
     using gmRegion::draw;
-    /// Draws a segment of length 1 for every edge point, in data coordinates: centred on it, and along the edge, a
-    /// quarter of a turn back from its angle.
+    /// Draws a segment of length 1 for every edge point, in data coordinates: centred on it, and along the edge, from
+    /// its end a quarter of a turn back from the angle to the other.
     void draw(gmUITablet& tablet, const gmColor& color, const gmUITablet::Layers& layers) const override;
 
-    /// Deliberate: not for edge points, see gmContourT::mapT. They always throw gmPel::BadWindow and change nothing.
+    /// Deliberate: always throw gmPel::BadWindow and change nothing, as gmContourT::mapT.
     void regularizeT(gmRegionT& out) const;
     void mapT(const gmXform<2>& xform, gmRegionT& out) const;
 
