@@ -60,7 +60,9 @@ struct gmArchive::State {
     std::string pending;                // what the storing pass wrote so far
     std::optional<std::uint64_t> rest;  // what the stream can still yield, where known
     unsigned maxDepth = 256;
+    double maxObjectsPerByte = 0.1;
     unsigned depth = 0;
+    std::uint64_t position = 0;  // bytes so far
     bool failed = false;
     Marks* marks = nullptr;  // of the pass that runs, null outside passes
     std::uint32_t storedCount = 0;
@@ -70,6 +72,15 @@ struct gmArchive::State {
     void checkUsable() const {
         if (failed)
             throw Errors("archive was refused before");
+    }
+
+    /// One more object begins behind a pointer.
+    void checkLimits() const {
+        if (depth >= maxDepth)
+            throw OutOfRange("objects are nested too deeply");
+        const auto objects = static_cast<double>(out ? storedCount : loaded.size());
+        if (objects + 1.0 > maxObjectsPerByte * static_cast<double>(position))
+            throw OutOfRange("too many objects for so few bytes");
     }
 
     void flush() {
@@ -112,6 +123,7 @@ class gmArchive::Pass {
         if (!isPass_)
             return;
         state_.marks = nullptr;
+        state_.position -= state_.pending.size();
         state_.pending.clear();
         // Objects of a pass that failed were never written. Those that nobody counts may be gone before the
         // next pass, and another one live at their address.
@@ -184,9 +196,20 @@ void gmArchive::maxDepth(unsigned depth) {
     state_->maxDepth = depth;
 }
 
+double gmArchive::maxObjectsPerByte() const {
+    return state_->maxObjectsPerByte;
+}
+
+void gmArchive::maxObjectsPerByte(double objects) {
+    if (!(objects >= 0.0))
+        throw OutOfRange("no such number of objects");
+    state_->maxObjectsPerByte = objects;
+}
+
 void gmArchive::storeBytes(const unsigned char* bytes, std::size_t count) {
     state_->checkUsable();
     state_->pending.append(reinterpret_cast<const char*>(bytes), count);
+    state_->position += count;
     if (!state_->marks)
         state_->flush();
 }
@@ -199,6 +222,7 @@ void gmArchive::loadBytes(unsigned char* bytes, std::size_t count) {
         state.failed = true;
         throw Truncated();
     }
+    state.position += count;
     if (state.rest)
         *state.rest -= std::min<std::uint64_t>(*state.rest, count);
 }
@@ -350,9 +374,8 @@ void gmArchive::storePointer(gmPersistent* object) {
     std::string name = gm_Instantiator::className(typeid(*object));
     if (!gm_Instantiator::isRegistered(name))
         throw UnknownClass("class " + name + " is not registered");
-    if (state.depth >= state.maxDepth)
-        throw OutOfRange("objects are nested too deeply");
     *this || name;
+    state.checkLimits();
     // An object without handles lives elsewhere, on the stack perhaps: counting it would destroy it.
     const auto* counted = dynamic_cast<const gmRepBase*>(object);
     const bool shared = counted && counted->referenceCount() > 0;
@@ -383,8 +406,7 @@ gmPersistent* gmArchive::loadPointer() {
 
     std::string name;
     *this || name;
-    if (state.depth >= state.maxDepth)
-        throw OutOfRange("objects are nested too deeply");
+    state.checkLimits();
     std::unique_ptr<gmPersistent> made(gm_Instantiator::make(name));
     if (!made)
         throw UnknownClass("class " + name + " is not registered");
