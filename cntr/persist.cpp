@@ -251,12 +251,12 @@ template <class Datum>
 void gmRegionT<Datum>::serialize_(gmArchive& archive, unsigned char version) {
     if (version != 0)
         throw gmArchive::UnknownVersion("cntrtmpl", 186);
+    gmRegion::dispatchSerialize(archive);
     // What was there belongs to other vertices.
     if (!archive.isStoring()) {
         this->carried_ = {};
         holes_.clear();
     }
-    gmRegion::dispatchSerialize(archive);
 }
 
 // ----- Region set with edge points

@@ -87,7 +87,8 @@ class MOKCNTR_API gmRegionT : public gmContourT<Datum>, public gmRegion {
 
   protected:
     void dispatchSerialize(gmArchive& archive) override;
-    /// The content of the version: 0.
+    /// The content of the version: 0. Loading takes data, transform and holes with edge points away, when the rest is
+    /// read.
     void serialize_(gmArchive& archive, unsigned char version) override;
 
   private:

@@ -27,6 +27,16 @@ using Marks = std::set<std::pair<const void*, std::uint64_t>>;
 // Marks of the pass that runs on this thread.
 thread_local Marks* currentMarks = nullptr;
 
+/// The answer of a stream's buffer; false where it fails as the standard's buffers do.
+template <class Question>
+bool asked(Question question) {
+    try {
+        return question();
+    } catch (const std::ios_base::failure&) {
+        return false;
+    }
+}
+
 // How many bytes the stream still holds, where that can be asked.
 std::optional<std::uint64_t> restOf(std::istream& in) {
     std::streambuf& buffer = *in.rdbuf();
@@ -66,8 +76,16 @@ struct gmArchive::State {
     bool failed = false;
     Marks* marks = nullptr;  // of the pass that runs, null outside passes
     std::uint32_t storedCount = 0;
+    std::uint64_t promised = 0;  // of the rest, to the lists that are being read
+    bool tornPart = false;       // whether what the running pass wrote lacks a piece
     std::map<const gmPersistent*, Stored> stored;
+    std::vector<const gmPersistent*> storedNow;  // those that the running pass added
+    std::vector<const gmPersistent*> inPlace;    // objects that pass as parts, those that contain others first
     std::vector<Loaded> loaded;
+
+    bool isInPlace(const gmPersistent* object) const {
+        return std::find(inPlace.begin(), inPlace.end(), object) != inPlace.end();
+    }
 
     void checkUsable() const {
         if (failed)
@@ -84,15 +102,15 @@ struct gmArchive::State {
     }
 
     void flush() {
-        const auto size = static_cast<std::streamsize>(pending.size());
+        const std::string bytes = std::exchange(pending, {});
+        failed = true;  // unless all goes well: a device may have taken a part, which nothing can follow
         // Through to the device, so that a full disk is an error here and not silence when the stream is closed.
-        const bool written =
-            !out->fail() && out->rdbuf()->sputn(pending.data(), size) == size && out->rdbuf()->pubsync() == 0;
-        pending.clear();
-        if (!written) {
-            failed = true;  // a device may have taken a part, which nothing can follow
+        if (out->fail() || !asked([&] {
+                const auto size = static_cast<std::streamsize>(bytes.size());
+                return out->rdbuf()->sputn(bytes.data(), size) == size && out->rdbuf()->pubsync() == 0;
+            }))
             throw Errors("archive could not be written");
-        }
+        failed = false;
     }
 };
 
@@ -111,8 +129,11 @@ class gmArchive::Pass {
     Pass& operator=(const Pass&) = delete;
 
     void succeeded() {
-        if (isPass_ && state_.out)
+        if (isPass_ && state_.out) {
+            if (state_.tornPart)
+                throw Errors("a part of it was refused");
             state_.flush();
+        }
         done_ = true;
     }
 
@@ -120,18 +141,21 @@ class gmArchive::Pass {
         currentMarks = outer_;
         if (!done_ && state_.in)
             state_.failed = true;
-        if (!isPass_)
+        if (!isPass_) {
+            state_.tornPart = state_.tornPart || !done_;
             return;
+        }
+        state_.tornPart = false;
         state_.marks = nullptr;
         state_.position -= state_.pending.size();
         state_.pending.clear();
         // Objects of a pass that failed were never written. Those that nobody counts may be gone before the
         // next pass, and another one live at their address.
-        for (auto entry = state_.stored.begin(); entry != state_.stored.end();)
-            if ((!done_ && entry->second.number > first_) || entry->second.keptAlive.isNull())
-                entry = state_.stored.erase(entry);
-            else
-                ++entry;
+        for (const gmPersistent* object : std::exchange(state_.storedNow, {})) {
+            const auto entry = state_.stored.find(object);
+            if (entry != state_.stored.end() && (!done_ || entry->second.keptAlive.isNull()))
+                state_.stored.erase(entry);
+        }
         if (!done_)
             state_.storedCount = first_;
     }
@@ -143,6 +167,18 @@ class gmArchive::Pass {
     bool isPass_;
     bool done_ = false;
     std::uint32_t first_;
+};
+
+/// An object that passes as a part: until it is through, it contains what comes.
+class gmArchive::Part {
+  public:
+    Part(State& state, const gmPersistent& object) : state_(state) { state_.inPlace.push_back(&object); }
+    Part(const Part&) = delete;
+    Part& operator=(const Part&) = delete;
+    ~Part() { state_.inPlace.pop_back(); }
+
+  private:
+    State& state_;
 };
 
 /// The content of an object that a pointer leads to, while it passes through the archive. The loader makes a new
@@ -217,26 +253,53 @@ void gmArchive::storeBytes(const unsigned char* bytes, std::size_t count) {
 void gmArchive::loadBytes(unsigned char* bytes, std::size_t count) {
     State& state = *state_;
     state.checkUsable();
-    const auto size = static_cast<std::streamsize>(count);
-    if (!state.in->rdbuf() || state.in->rdbuf()->sgetn(reinterpret_cast<char*>(bytes), size) != size) {
-        state.failed = true;
+    state.failed = true;  // unless all goes well
+    std::streamsize read = 0;
+    if (state.in->rdbuf() && !asked([&] {
+            read = state.in->rdbuf()->sgetn(reinterpret_cast<char*>(bytes), static_cast<std::streamsize>(count));
+            return true;
+        }))
+        throw Errors("archive could not be read");
+    if (read != static_cast<std::streamsize>(count))
         throw Truncated();
-    }
+    state.failed = false;
     state.position += count;
     if (state.rest)
         *state.rest -= std::min<std::uint64_t>(*state.rest, count);
 }
 
 std::size_t gmArchive::roomFor(unsigned long count, std::size_t bytesEach) const {
+    return roomBeside(state_->promised, count, bytesEach);
+}
+
+std::size_t gmArchive::roomBeside(std::uint64_t promised, unsigned long count, std::size_t bytesEach) const {
     const std::size_t size = std::max<std::size_t>(bytesEach, 1);
+    const auto most = [&] { return (*state_->rest - std::min(*state_->rest, promised)) / size; };
     // A stream may have grown since it was measured.
-    if (state_->rest && count > *state_->rest / size)
+    if (state_->rest && count > most())
         state_->rest = restOf(*state_->in);
     if (!state_->rest)
         return std::min<std::size_t>(count, blindRoom);
-    if (count > *state_->rest / size)
+    if (count > most())
         throw Truncated();
     return count;
+}
+
+gmArchive::Promise::Promise(gmArchive& archive, unsigned long count, std::size_t bytesEach)
+    : promised_(archive.state_->promised), before_(promised_), bytesEach_(bytesEach) {
+    promised_ += count * bytesEach_;
+}
+
+void gmArchive::relocate(std::uintptr_t from, std::size_t bytes, const void* to) {
+    if (!currentMarks)
+        return;
+    const auto at = [](std::uintptr_t address) { return reinterpret_cast<const void*>(address); };
+    const auto begin = currentMarks->lower_bound({at(from), 0});
+    const auto end = currentMarks->lower_bound({at(from + bytes), 0});
+    const std::vector<Marks::value_type> moved(begin, end);
+    currentMarks->erase(begin, end);
+    for (const auto& [object, size] : moved)
+        currentMarks->emplace(static_cast<const char*>(to) + (reinterpret_cast<std::uintptr_t>(object) - from), size);
 }
 
 template <class Unsigned>
@@ -311,7 +374,7 @@ gmArchive& operator||(gmArchive& archive, std::string& value) {
     std::string read;
     while (read.size() < length) {
         const std::size_t start = read.size();
-        const std::size_t step = archive.roomFor(length - start, 1);
+        const std::size_t step = archive.roomBeside(0, length - start, 1);  // it is read at once
         read.resize(start + step);
         archive.loadBytes(reinterpret_cast<unsigned char*>(read.data() + start), step);
     }
@@ -330,7 +393,10 @@ gmArchive& operator||(gmArchive& archive, gmVector<2>& value) {
 
 gmArchive& operator||(gmArchive& archive, gmPersistent& object) {
     gmArchive::Pass pass(*archive.state_);
-    object.dispatchSerialize(archive);
+    {
+        const gmArchive::Part part(*archive.state_, object);
+        object.dispatchSerialize(archive);
+    }
     pass.succeeded();
     return archive;
 }
@@ -361,7 +427,7 @@ void gmArchive::storePointer(gmPersistent* object) {
     const auto found = state.stored.find(object);
     std::uint32_t number = 0;
     if (found != state.stored.end()) {
-        if (found->second.open)
+        if (found->second.open || state.isInPlace(object))
             throw Malformed("an object contains itself");
         number = found->second.number;
     } else if (object) {
@@ -379,6 +445,7 @@ void gmArchive::storePointer(gmPersistent* object) {
     // An object without handles lives elsewhere, on the stack perhaps: counting it would destroy it.
     const auto* counted = dynamic_cast<const gmRepBase*>(object);
     const bool shared = counted && counted->referenceCount() > 0;
+    state.storedNow.push_back(object);
     State::Stored& entry = state.stored[object];
     entry.number = ++state.storedCount;
     entry.open = true;
@@ -397,9 +464,10 @@ gmPersistent* gmArchive::loadPointer() {
     if (number == 0)
         return nullptr;
     if (number <= state.loaded.size()) {
-        if (state.loaded[number - 1].open)
+        const State::Loaded& entry = state.loaded[number - 1];
+        if (entry.open || state.isInPlace(entry.object))
             throw Malformed("an object contains itself");
-        return state.loaded[number - 1].object;
+        return entry.object;
     }
     if (number != state.loaded.size() + 1)
         throw Malformed("a reference to an object that was not read");

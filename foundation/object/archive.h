@@ -19,11 +19,12 @@ class gmVector;
 /// Bytes: little-endian, fixed width, IEEE doubles; "MOKA" and a format number come first, when the archive is
 /// made. `long` and `unsigned long` take 32 bits, and a value that does not fit is refused, never cut.
 ///
-/// Passes: the outermost `archive || object` is one pass. Within it each object is archived once as a part and once
-/// behind pointers; objects are told apart by where they are, and stay there until the pass ends. What a storing pass
-/// wrote reaches the stream when the pass has succeeded, and not a byte of it otherwise; where the device then takes
-/// only a part of it, the archive takes nothing more. Objects stored through pointers are known for as long as the
-/// archive lives: later passes refer to them.
+/// Passes: the outermost `archive || object` is one pass. Within it an object is archived once as a part, and not again
+/// where it came behind a pointer before: loading, such a part has to be the object that the pointer gave. Objects are
+/// told apart by where they are, and stay there until the pass ends. What a storing pass wrote reaches the stream when
+/// the pass has succeeded with all its parts, and not a byte of it otherwise; where the device then takes only a part
+/// of it, the archive takes nothing more. Objects stored through pointers that handles hold are known for as long as
+/// the archive lives, and later passes refer to them; any other is known for its pass only.
 ///
 /// Nothing read is trusted: lengths are checked before memory is taken, nesting is bounded, no object contains
 /// itself, and every refusal is one of the errors below. Objects made while loading belong to the archive until
@@ -62,7 +63,8 @@ class MOKSTD_API gmArchive {
     void maxDepth(unsigned depth);
     /// How many objects there may be behind pointers for every byte so far; 0.1 unless set, which no class with a
     /// version byte exceeds. Few bytes stand for a large object: in an archive of n bytes from elsewhere, shapes take
-    /// up to some hundred times n bytes of memory, and less than that with a lower limit.
+    /// up to some hundred times n bytes of memory, and less than that with a lower limit. Lists take no more than a few
+    /// times what they take in the archive.
     double maxObjectsPerByte() const;
     /// Throws: OutOfRange for a number that is negative or NaN.
     void maxObjectsPerByte(double objects);
@@ -76,6 +78,25 @@ class MOKSTD_API gmArchive {
     /// measured. Throws: Truncated when that many cannot follow.
     std::size_t roomFor(unsigned long count, std::size_t bytesEach) const;
 
+    /// While it lives, keeps what its elements take of the rest from lists that are read within them. The elements take
+    /// their share with take().
+    class MOKSTD_API Promise {
+      public:
+        Promise(gmArchive& archive, unsigned long count, std::size_t bytesEach);
+        Promise(const Promise&) = delete;
+        Promise& operator=(const Promise&) = delete;
+        ~Promise() { promised_ = before_; }
+        void take() { promised_ -= bytesEach_; }
+
+      private:
+        std::uint64_t& promised_;
+        std::uint64_t before_;
+        std::size_t bytesEach_;
+    };
+
+    /// Says that the objects in these bytes of memory stand elsewhere now, and were visited there.
+    void relocate(std::uintptr_t from, std::size_t bytes, const void* to);
+
   private:
     friend class gmPersistent;
     friend MOKSTD_API gmArchive& operator||(gmArchive&, unsigned char&);
@@ -86,9 +107,11 @@ class MOKSTD_API gmArchive {
 
     struct State;
     class Pass;
+    class Part;
     class Content;
     std::unique_ptr<State> state_;
 
+    std::size_t roomBeside(std::uint64_t promised, unsigned long count, std::size_t bytesEach) const;
     void storeBytes(const unsigned char* bytes, std::size_t count);
     void loadBytes(unsigned char* bytes, std::size_t count);
     template <class Unsigned>
@@ -119,9 +142,14 @@ gmArchive& archiveVector(gmArchive& archive, std::vector<T>& elements, std::size
     archive || count;
     if (!archive.isStoring())
         elements.resize(archive.roomFor(count, bytesEach));
+    gmArchive::Promise promise(archive, count, bytesEach);
     for (unsigned long i = 0; i < count; ++i) {
-        if (i == elements.size())
-            elements.resize(i + archive.roomFor(count - i, bytesEach));
+        promise.take();
+        if (i == elements.size()) {
+            const auto before = reinterpret_cast<std::uintptr_t>(elements.data());
+            elements.resize(i + 1 + archive.roomFor(count - i - 1, bytesEach));
+            archive.relocate(before, i * sizeof(T), elements.data());
+        }
         archive || elements[i];
     }
     return archive;

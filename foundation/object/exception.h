@@ -108,7 +108,8 @@ class MOKSTD_API gmArchive::Errors : public gmExceptionWithString {
 
 class MOKSTD_API gmArchive::UnknownVersion : public gmArchive::Errors {
   public:
-    /// The place that refused the version: a file text, or null, and a line. The text is not copied.
+    /// The place that refused the version: a file text, or null, and a line. The text is not copied: it stays as
+    /// long as the process.
     UnknownVersion(const char* file, int line);
     ~UnknownVersion() override;
 

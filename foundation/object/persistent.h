@@ -79,12 +79,13 @@ class MOKSTD_API gmPersistent {
 template <class T>
 gmArchive& operator||(gmArchive& archive, gmPtrHandle<T>& handle) {
     gmPersistent* loaded = nullptr;
-    T* stored = handle.get();
-    if (!archive.isStoring())
-        handle = nullptr;
-    gmPersistent::serializePointer(archive, archive.isStoring() ? stored : nullptr, loaded);
-    if (!archive.isStoring())
-        handle = gmPtrHandle<T>(dynamic_cast<T*>(loaded));
+    if (archive.isStoring()) {
+        gmPersistent::serializePointer(archive, handle.get(), loaded);
+        return archive;
+    }
+    handle = nullptr;
+    gmPersistent::serializePointer(archive, nullptr, loaded);
+    handle = gmPtrHandle<T>(dynamic_cast<T*>(loaded));
     return archive;
 }
 

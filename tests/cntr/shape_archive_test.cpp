@@ -124,6 +124,36 @@ TEST_F(ArchiveNesting, ThatIsStoredIsLoaded) {
     EXPECT_EQ(support::Description::of(*back), support::Description::of(*deep));
 }
 
+/// Regions within each other, each of which says that it has a quarter of what follows in holes.
+std::string greedy(std::size_t size) {
+    std::string bytes = header;
+    for (std::uint32_t level = 1; level <= 250; ++level) {
+        bytes += littleEndian(level) + unhex("08 00 00 00 67 6d 52 65 67 69 6f 6e") +
+                 unhex("01 01 00 00 00 00 00 01 00 00 00 00 00 03 00 00 00 00");
+        bytes += littleEndian(static_cast<std::uint32_t>((size - bytes.size() - 4) / 4));
+    }
+    return bytes + std::string(size - bytes.size(), '\0');
+}
+
+TEST_F(ArchiveNesting, CannotPromiseTheSameBytesToListsWithinEachOther) {
+    const std::string bytes = greedy(4 << 20);
+    std::istringstream in(bytes);
+    gmArchive archive(in);
+    RegionCPtr region;
+    EXPECT_THROW(archive || region, gmArchive::Truncated);
+}
+
+TEST_F(ArchiveNesting, LeavesRoomForListsBehindEachOther) {
+    const std::string empty = unhex("01 01 00 00 00 00 00 01 00 00 00 00 00 03 00 00 00 00");
+    const std::string name = unhex("08 00 00 00 67 6d 52 65 67 69 6f 6e");
+    // A region with two holes, of which the first has two as well, and nothing too much at the end.
+    const std::string bytes = header + littleEndian(1) + name + empty + littleEndian(2) + littleEndian(2) + name +
+                              empty + littleEndian(2) + littleEndian(0) + littleEndian(0) + littleEndian(0);
+    RegionCPtr region;
+    support::loadFrom(bytes, [&](gmArchive& archive) { archive || region; });
+    EXPECT_EQ(region->holes().size(), 2u);
+}
+
 // ----- Devices
 
 /// A set that shares a region and holds holes and nothing.
