@@ -159,7 +159,7 @@ TEST(TextFor, IsOfTheFormThatTheExtensionAsksFor) {
     for (const char* name : {"a.geojson", "a.wkt.json"})
         EXPECT_THAT(mokshape::textFor(name, outlines), HasSubstr("FeatureCollection"));
     EXPECT_EQ(fileErrorOf([&] { mokshape::textFor("wkt", outlines); }),
-              "wkt: the name must end in .geojson, .json or .wkt, so that it tells what to write");
+              "wkt: the name must end in .geojson, .json, .wkt or .mok, so that it tells what to write");
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/tools/archives.h"
 #include "tests/tools/support.h"
 
 namespace {
@@ -249,9 +250,11 @@ TEST_F(Mokshape, ExplainsItselfWithExamplesThatRun) {
     write("parts.geojson", R"({"type":"LineString","coordinates":[[0,0],[3,4]]})");
     write("more.wkt", "LINESTRING(0 0,1 1)");
     write("points.txt", "1,2\n3 4\n");
+    write("contour.mok",
+          support::stored([](gmArchive& archive) { archive || *support::heldContour("0 0, 3 4", false); }));
     const std::string example = "  mokshape ";
     std::vector<std::size_t> examples;
-    for (const char* command : {"", "measure ", "inside ", "regularize ", "merge "}) {
+    for (const char* command : {"", "measure ", "inside ", "regularize ", "merge ", "convert ", "dump "}) {
         const Run help = run(std::string(command) + "--help");
         EXPECT_EQ(help.status, 0);
         examples.push_back(0);
@@ -264,10 +267,10 @@ TEST_F(Mokshape, ExplainsItselfWithExamplesThatRun) {
             EXPECT_EQ(run.status, 0) << line << '\n' << run.err;
         }
     }
-    EXPECT_THAT(examples, ElementsAre(4u, 3u, 2u, 2u, 2u));
-    EXPECT_THAT(names(),
-                ElementsAre("coins.svg", "hull.wkt", "hulls.wkt", "lasso.svg", "merged.geojson", "merged.svg",
-                            "more.wkt", "parts.csv", "parts.geojson", "points.txt", "samples", "simple.geojson"));
+    EXPECT_THAT(examples, ElementsAre(6u, 3u, 2u, 2u, 2u, 2u, 2u));
+    EXPECT_THAT(names(), ElementsAre("coins.mok", "coins.svg", "coins.wkt", "contour.mok", "hull.wkt", "hulls.wkt",
+                                     "lasso.svg", "merged.geojson", "merged.svg", "more.wkt", "parts.csv",
+                                     "parts.geojson", "points.txt", "samples", "simple.geojson"));
 }
 
 TEST_F(Mokshape, TellsItsVersion) {
@@ -277,10 +280,27 @@ TEST_F(Mokshape, TellsItsVersion) {
 }
 
 TEST_F(Mokshape, RefusesWrongUsage) {
-    for (const char* arguments :
-         {"", "measure", "unknown", "measure --format xml a.wkt", "measure a.wkt --nonsense", "measure a.wkt --svg",
-          "measure a.wkt --mode eKeep", "inside", "inside --point 1,2", "inside a.wkt --mode", "regularize a.wkt",
-          "regularize -o b.wkt", "regularize a.wkt b.wkt -o c.wkt", "merge a.wkt", "merge -o b.wkt"}) {
+    for (const char* arguments : {"",
+                                  "measure",
+                                  "unknown",
+                                  "measure --format xml a.wkt",
+                                  "measure a.wkt --nonsense",
+                                  "measure a.wkt --svg",
+                                  "measure a.wkt --mode eKeep",
+                                  "inside",
+                                  "inside --point 1,2",
+                                  "inside a.wkt --mode",
+                                  "regularize a.wkt",
+                                  "regularize -o b.wkt",
+                                  "regularize a.wkt b.wkt -o c.wkt",
+                                  "merge a.wkt",
+                                  "merge -o b.wkt",
+                                  "convert a.wkt",
+                                  "convert",
+                                  "convert a.wkt b.wkt c.wkt",
+                                  "dump",
+                                  "dump a.mok b.mok",
+                                  "dump a.mok --part"}) {
         const Run run = this->run(arguments);
         EXPECT_EQ(run.status, 1) << arguments;
         EXPECT_EQ(run.out, "") << arguments;

@@ -152,7 +152,7 @@ TEST_F(Regularize, RefusesOutputsThatReplaceItsInputOrEachOther) {
 TEST_F(Regularize, RefusesANameThatDoesNotTellWhatToWrite) {
     write("a.wkt", bowTie);
     EXPECT_EQ(run("regularize a.wkt -o b.txt").err,
-              "mokshape: b.txt: the name must end in .geojson, .json or .wkt, so that it tells what to write\n");
+              "mokshape: b.txt: the name must end in .geojson, .json, .wkt or .mok, so that it tells what to write\n");
     EXPECT_THAT(names(), ElementsAre("a.wkt"));
 }
 

@@ -16,6 +16,9 @@
 #include <system_error>
 #include <utility>
 
+#include "tools/io/archive_read.h"
+#include "tools/io/archive_scan.h"
+#include "tools/io/archive_write.h"
 #include "tools/io/geojson.h"
 #include "tools/io/text.h"
 #include "tools/io/wkt.h"
@@ -38,20 +41,36 @@ bool startsWith(std::string_view text, std::string_view prefix) {
     return text.substr(0, prefix.size()) == prefix;
 }
 
-enum class Form { eGeoJson, eWkt };
+enum class Form { eGeoJson, eWkt, eArchive };
 
 std::optional<Form> formByExtension(const std::string& name) {
     const std::string extension = fs::path(name).extension().string();
     if (extension == ".geojson" || extension == ".json")
         return Form::eGeoJson;
-    return extension == ".wkt" ? std::optional(Form::eWkt) : std::nullopt;
+    if (extension == ".wkt")
+        return Form::eWkt;
+    return extension == ".mok" ? std::optional(Form::eArchive) : std::nullopt;
 }
 
-bool isGeoJson(const std::string& name, std::string_view text) {
+Form formOf(const std::string& name, std::string_view bytes) {
     if (const std::optional<Form> form = formByExtension(name))
-        return *form == Form::eGeoJson;
+        return *form;
+    if (startsWith(bytes, archiveMagic))
+        return Form::eArchive;
+    const std::string_view text = withoutByteOrderMark(bytes);
     const std::size_t first = text.find_first_not_of(" \t\r\n");
-    return first != std::string_view::npos && (text[first] == '{' || text[first] == '[');
+    const bool isJson = first != std::string_view::npos && (text[first] == '{' || text[first] == '[');
+    return isJson ? Form::eGeoJson : Form::eWkt;
+}
+
+std::vector<Outline> outlinesOf(const std::string& name, std::string_view bytes, Notes& notes) {
+    const Form form = formOf(name, bytes);
+    if (form == Form::eArchive)
+        return readArchive(bytes, &notes);
+    if (startsWith(bytes, "\xff\xfe") || startsWith(bytes, "\xfe\xff"))
+        throw FileError("the text is UTF-16; only UTF-8 can be read");
+    const std::string_view text = withoutByteOrderMark(bytes);
+    return form == Form::eGeoJson ? readGeoJson(text, &notes) : readWkt(text, &notes);
 }
 
 /// The file that a symbolic link leads to, there or not: that one is replaced, and not the link.
@@ -115,15 +134,13 @@ std::string readFile(const std::string& name) {
 
 OutlineFile readOutlines(const std::string& name) {
     const std::string bytes = readFile(name);
-    std::string_view text = bytes;
-    if (startsWith(text, "\xff\xfe") || startsWith(text, "\xfe\xff"))
-        refuse(name, "the text is UTF-16; only UTF-8 can be read");
-    text = withoutByteOrderMark(text);
+    OutlineFile file{name, {}, {}};
     try {
-        return {name, isGeoJson(name, text) ? readGeoJson(text) : readWkt(text)};
+        file.outlines = outlinesOf(name, bytes, file.notes);
     } catch (const FileError& error) {
         refuse(name, error.what());
     }
+    return file;
 }
 
 std::string readStandardInput() {
@@ -132,13 +149,24 @@ std::string readStandardInput() {
 
 void checkForm(const std::string& name) {
     if (!formByExtension(name))
-        refuse(name, "the name must end in .geojson, .json or .wkt, so that it tells what to write");
+        refuse(name, "the name must end in .geojson, .json, .wkt or .mok, so that it tells what to write");
 }
 
-std::string textFor(const std::string& name, const std::vector<Outline>& outlines) {
+std::string textFor(const std::string& name, const std::vector<Outline>& outlines, Notes* notes) {
     checkForm(name);
     std::ostringstream out;
-    formByExtension(name) == Form::eGeoJson ? writeGeoJson(out, outlines) : writeWkt(out, outlines);
+    const Form form = *formByExtension(name);
+    if (form == Form::eGeoJson) {
+        writeGeoJson(out, outlines, notes);
+    } else if (form == Form::eWkt) {
+        writeWkt(out, outlines, notes);
+    } else {
+        try {
+            writeArchive(out, outlines, notes);
+        } catch (const FileError& error) {
+            refuse(name, error.what());
+        }
+    }
     return out.str();
 }
 

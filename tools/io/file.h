@@ -10,18 +10,19 @@ namespace mokshape {
 /// The bytes of a file, a pipe included. Throws: FileError that names the file, also for an empty one.
 std::string readFile(const std::string& name);
 
-/// The outlines of a GeoJSON or WKT file, told apart by the file's extension or, without a known one, by its first
-/// character. A byte order mark is skipped. Throws: FileError that names the file.
+/// The outlines of a GeoJSON file, a WKT file or an archive, told apart by the file's extension or, without a known
+/// one, by how it begins. A byte order mark is skipped. Throws: FileError that names the file.
 OutlineFile readOutlines(const std::string& name);
 
 /// The bytes of standard input, also when there are none. Throws: FileError.
 std::string readStandardInput();
 
-/// Throws: FileError that names the file when its extension is none of .geojson, .json and .wkt.
+/// Throws: FileError that names the file when its extension is none of .geojson, .json, .wkt and .mok.
 void checkForm(const std::string& name);
 
-/// The outlines in the form that the file's extension asks for. Throws: what checkForm() does.
-std::string textFor(const std::string& name, const std::vector<Outline>& outlines);
+/// The bytes of a file of these outlines, in the form that its extension asks for. `notes`, if any, get what that form
+/// has no place for. Throws: what checkForm() does, and FileError that names the file for what it cannot hold.
+std::string textFor(const std::string& name, const std::vector<Outline>& outlines, Notes* notes = nullptr);
 
 /// Writes all of the text to standard output. Throws: FileError.
 void writeStandardOutput(const std::string& text);

@@ -1,9 +1,12 @@
 #include "tools/io/geojson.h"
 
+#include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <ostream>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -38,6 +41,15 @@ class Reader {
         typeOf(document);  // a fault of the whole document is not one of its first feature
         readItem(document, 0);
         return std::move(outlines_);
+    }
+
+    void addNotes(Notes* notes) const {
+        if (notes && !otherProperties_.empty())
+            notes->push_back("properties besides \"label\" are left out: " + namesOf(otherProperties_));
+        if (notes && !otherMembers_.empty())
+            notes->push_back("members that are no outlines are left out: " + namesOf(otherMembers_));
+        addNote(notes, emptyFeatures_, "feature without any polygon or line is left out",
+                "features without any polygon or line are left out");
     }
 
   private:
@@ -81,20 +93,43 @@ class Reader {
         const std::string& type = typeOf(item);
         if (type == "FeatureCollection") {
             --feature_;
+            takeOthers(item, {"type", "features"}, otherMembers_);
             for (const Json& inner : arrayOf(item, "features"))
                 readItem(inner, depth + 1);
         } else if (type == "Feature") {
             readFeature(item, depth);
+            emptyFeatures_ += part_ == 0;
         } else {
             readGeometry(item, depth);
+            emptyFeatures_ += part_ == 0;
         }
     }
 
+    using Names = std::set<std::string>;
+
+    static std::string namesOf(const Names& names) {
+        constexpr std::size_t most = 5;
+        std::string text;
+        std::size_t shown = 0;
+        for (auto name = names.begin(); name != names.end() && shown < most; ++name, ++shown)
+            text += (shown > 0 ? ", " : "") + quote(*name);
+        return names.size() > shown ? text + " and " + std::to_string(names.size() - shown) + " more" : text;
+    }
+
+    /// Takes the names of what the object has besides these.
+    static void takeOthers(const Json& object, std::initializer_list<std::string_view> known, Names& others) {
+        for (const auto& item : object.items())
+            if (std::find(known.begin(), known.end(), item.key()) == known.end())
+                others.insert(item.key());
+    }
+
     void readFeature(const Json& feature, int depth) {
+        takeOthers(feature, {"type", "properties", "geometry"}, otherMembers_);
         if (const Json* const properties = member(feature, "properties"); properties && !properties->is_null()) {
             if (!properties->is_object())
                 refuse("the member \"properties\" is " + quote(*properties) + ", not an object");
             readLabel(*properties);
+            takeOthers(*properties, {"label"}, otherProperties_);
         }
         const Json* const geometry = member(feature, "geometry");
         if (!geometry)
@@ -118,6 +153,7 @@ class Reader {
     void readGeometry(const Json& geometry, int depth) {
         checkNesting(depth);
         const std::string& type = typeOf(geometry);
+        takeOthers(geometry, {"type", "coordinates", "geometries"}, otherMembers_);
         if (type == "GeometryCollection") {
             for (const Json& inner : arrayOf(geometry, "geometries"))
                 readGeometry(inner, depth + 1);
@@ -198,6 +234,9 @@ class Reader {
     std::size_t feature_ = 0;
     std::size_t part_ = 0;
     std::uint32_t label_ = 0;
+    Names otherProperties_;
+    Names otherMembers_;
+    std::size_t emptyFeatures_ = 0;
 };
 
 /// The parser's own words without the number of its error in brackets.
@@ -207,9 +246,14 @@ std::string parserMessage(const Json::exception& error) {
     return printable(bracket == std::string_view::npos ? what : what.substr(bracket + 2), 300);
 }
 
+/// "-0" would be read as a whole number, which has no negative zero.
+std::string jsonNumber(double value) {
+    return value == 0.0 && std::signbit(value) ? "-0.0" : formatNumber(value);
+}
+
 void writePositions(std::ostream& out, const Outline& outline) {
     const auto write = [&out](const gmVector<2>& point, const char* separator) {
-        out << separator << '[' << formatNumber(point.x()) << ',' << formatNumber(point.y()) << ']';
+        out << separator << '[' << jsonNumber(point.x()) << ',' << jsonNumber(point.y()) << ']';
     };
     out << '[';
     for (std::size_t i = 0; i < outline.points.size(); ++i)
@@ -259,26 +303,41 @@ void writeGeometry(std::ostream& out, const std::vector<Outline>& outlines, cons
 
 }  // namespace
 
-std::vector<Outline> readGeoJson(std::string_view text) {
+std::vector<Outline> readGeoJson(std::string_view text, Notes* notes) {
     Json document;
     try {
         document = Json::parse(text.begin(), text.end());
     } catch (const Json::exception& error) {
         throw FileError("not valid JSON: " + parserMessage(error));
     }
-    return Reader().read(document);
+    Reader reader;
+    std::vector<Outline> outlines = reader.read(document);
+    reader.addNotes(notes);
+    return outlines;
 }
 
-void writeGeoJson(std::ostream& out, const std::vector<Outline>& outlines) {
+void writeGeoJson(std::ostream& out, const std::vector<Outline>& outlines, Notes* notes) {
     out << "{\"type\":\"FeatureCollection\",\"features\":[";
     const char* separator = "\n";
-    for (const Feature& feature : groupByFeature(outlines)) {
+    const auto write = [&](const Feature& feature) {
         out << separator << "{\"type\":\"Feature\",\"properties\":{\"label\":"
             << std::to_string(outlines[feature.parts.front().first].label) << "},\"geometry\":";
         writeGeometry(out, outlines, feature);
         out << '}';
         separator = ",\n";
+    };
+    std::size_t divided = 0;
+    for (const Feature& feature : groupByFeature(outlines)) {
+        if (feature.hasOneLabel(outlines)) {
+            write(feature);
+            continue;
+        }
+        ++divided;
+        for (const Part& part : feature.parts)
+            write({{part}});
     }
+    addNote(notes, divided, "set of polygons with different labels becomes a feature for each polygon",
+            "sets of polygons with different labels become a feature for each polygon");
     out << "\n]}\n";
 }
 

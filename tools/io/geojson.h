@@ -14,10 +14,11 @@ namespace mokshape {
 /// `label` of the nearest feature becomes the label, 0 where there is none (or null). A null geometry is nothing.
 /// Throws: FileError that names the feature and what is wrong: other geometries, positions that are not two finite
 /// numbers, rings that are not closed, labels that are not whole numbers of 32 bits, JSON of another shape.
-std::vector<Outline> readGeoJson(std::string_view text);
+/// `notes`, if any, get what is read and lost.
+std::vector<Outline> readGeoJson(std::string_view text, Notes* notes = nullptr);
 
 /// Writes a FeatureCollection, one feature a line, with the label as property. Outlines of one feature come together
-/// again; numbers round-trip.
-void writeGeoJson(std::ostream& out, const std::vector<Outline>& outlines);
+/// again, unless their labels differ: then each part is a feature, and `notes` say so. Numbers round-trip.
+void writeGeoJson(std::ostream& out, const std::vector<Outline>& outlines, Notes* notes = nullptr);
 
 }  // namespace mokshape

@@ -12,6 +12,12 @@ bool Feature::hasOnlyPolygons() const {
     return std::none_of(parts.begin(), parts.end(), [](const Part& part) { return part.isLine; });
 }
 
+bool Feature::hasOneLabel(const std::vector<Outline>& outlines) const {
+    return std::all_of(parts.begin(), parts.end(), [&](const Part& part) {
+        return outlines[part.first].label == outlines[parts.front().first].label;
+    });
+}
+
 std::vector<Feature> groupByFeature(const std::vector<Outline>& outlines) {
     std::vector<Feature> features;
     for (std::size_t i = 0; i < outlines.size(); ++i) {

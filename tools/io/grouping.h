@@ -20,6 +20,7 @@ struct Feature {
 
     bool hasOnlyLines() const;
     bool hasOnlyPolygons() const;
+    bool hasOneLabel(const std::vector<Outline>& outlines) const;
 };
 
 /// Puts the outlines together again by feature and part. An outer ring or a line always starts a part.

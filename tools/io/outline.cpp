@@ -14,6 +14,11 @@ std::string positionText(const gmVector<2>& position) {
 
 }  // namespace
 
+void addNote(Notes* notes, std::size_t count, const char* one, const char* many) {
+    if (notes && count > 0)
+        notes->push_back(counted(count, one, many));
+}
+
 std::string placeText(std::size_t feature, std::size_t part, std::size_t ring) {
     std::string text = "feature " + std::to_string(feature);
     if (part > 0)

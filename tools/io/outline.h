@@ -27,10 +27,17 @@ struct Outline {
     bool isClosed() const { return kind != Kind::eLine; }
 };
 
+/// What is lost on the way from one form to another, for people: one sentence each, without a full stop.
+using Notes = std::vector<std::string>;
+
+/// Adds "1 <one>" or "<count> <many>", unless the count is 0 or nobody wants notes.
+void addNote(Notes* notes, std::size_t count, const char* one, const char* many);
+
 /// The outlines of one file, in its order.
 struct OutlineFile {
     std::string name;
     std::vector<Outline> outlines;
+    Notes notes = {};  ///< what the file holds besides
 };
 
 /// A file cannot be read, does not hold what it should, or cannot be written. The message is for the user.

@@ -79,4 +79,25 @@ std::string printable(std::string_view text, std::size_t longest) {
     return result;
 }
 
+std::string escaped(std::string_view text, std::size_t longest) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string result;
+    for (const char c : text.substr(0, longest)) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '\\')
+            result += "\\\\";
+        else if (byte >= 0x20 && byte < 0x7f)
+            result += c;
+        else
+            result += {'\\', 'x', digits[byte / 16], digits[byte % 16]};
+    }
+    if (text.size() > longest)
+        result += "...";
+    return result;
+}
+
+std::string counted(std::size_t count, const char* one, const char* many) {
+    return std::to_string(count) + ' ' + (count == 1 ? one : many);
+}
+
 }  // namespace mokshape

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,5 +26,12 @@ std::string_view withoutByteOrderMark(std::string_view text);
 /// The text with control characters replaced, cut to `longest` bytes, so that what a file or a path holds can be
 /// shown on a terminal.
 std::string printable(std::string_view text, std::size_t longest = 4096);
+
+/// The text with every byte that is not printable ASCII as \xNN and the backslash doubled, cut to `longest` bytes of
+/// the original: nothing that differs looks the same.
+std::string escaped(std::string_view text, std::size_t longest);
+
+/// "1 outline", "2 outlines".
+std::string counted(std::size_t count, const char* one, const char* many);
 
 }  // namespace mokshape

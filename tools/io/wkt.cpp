@@ -36,14 +36,19 @@ class Reader {
   public:
     explicit Reader(std::string_view text) : text_(text) {}
 
-    std::vector<Outline> read() {
+    std::vector<Outline> read(Notes* notes) {
         while (skipSeparators()) {
             ++feature_;
             part_ = 0;
             readGeometry(0);
+            empty_ += part_ == 0;
         }
         if (feature_ == 0)
             throw FileError("no geometry in it");
+        // One alone is how a file without outlines is written.
+        if (feature_ > 1)
+            addNote(notes, empty_, "geometry without any polygon or line is left out",
+                    "geometries without any polygon or line are left out");
         return std::move(outlines_);
     }
 
@@ -213,6 +218,7 @@ class Reader {
     std::vector<Outline> outlines_;
     std::size_t feature_ = 0;
     std::size_t part_ = 0;
+    std::size_t empty_ = 0;
 };
 
 void writePositions(std::ostream& out, const Outline& outline) {
@@ -261,18 +267,23 @@ void writeGeometry(std::ostream& out, const std::vector<Outline>& outlines, cons
 
 }  // namespace
 
-std::vector<Outline> readWkt(std::string_view text) {
-    return Reader(text).read();
+std::vector<Outline> readWkt(std::string_view text, Notes* notes) {
+    return Reader(text).read(notes);
 }
 
-void writeWkt(std::ostream& out, const std::vector<Outline>& outlines) {
+void writeWkt(std::ostream& out, const std::vector<Outline>& outlines, Notes* notes) {
+    std::size_t labelled = 0;
     // A text without any geometry is no WKT, and the reader takes it for the wrong file.
     if (outlines.empty())
         out << "GEOMETRYCOLLECTION EMPTY\n";
     for (const Feature& feature : groupByFeature(outlines)) {
         writeGeometry(out, outlines, feature);
         out << '\n';
+        labelled += std::any_of(feature.parts.begin(), feature.parts.end(),
+                                [&](const Part& part) { return outlines[part.first].label != 0; });
     }
+    addNote(notes, labelled, "feature has a label, which WKT has no place for",
+            "features have labels, which WKT has no place for");
 }
 
 }  // namespace mokshape

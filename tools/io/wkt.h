@@ -13,10 +13,11 @@ namespace mokshape {
 /// POLYGON, MULTIPOLYGON, LINESTRING, MULTILINESTRING, GEOMETRYCOLLECTION of these, and EMPTY, in any case. WKT knows
 /// no labels: they are 0.
 /// Throws: FileError that names the feature, the line and what is wrong.
-std::vector<Outline> readWkt(std::string_view text);
+/// `notes`, if any, get what is read and lost.
+std::vector<Outline> readWkt(std::string_view text, Notes* notes = nullptr);
 
 /// Writes one geometry a line; an empty collection when there is no outline. Outlines of one feature come together
-/// again; numbers round-trip. Labels are lost: WKT has no place for them.
-void writeWkt(std::ostream& out, const std::vector<Outline>& outlines);
+/// again; numbers round-trip. Labels are lost, as `notes` say: WKT has no place for them.
+void writeWkt(std::ostream& out, const std::vector<Outline>& outlines, Notes* notes = nullptr);
 
 }  // namespace mokshape

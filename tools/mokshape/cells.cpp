@@ -26,8 +26,4 @@ std::string csvNumber(const std::optional<double>& value) {
     return value ? formatNumber(*value) : std::string();
 }
 
-std::string counted(std::size_t count, const char* one, const char* many) {
-    return std::to_string(count) + ' ' + (count == 1 ? one : many);
-}
-
 }  // namespace mokshape

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -20,8 +19,5 @@ std::string csvText(const std::string& value);
 
 /// Empty for none.
 std::string csvNumber(const std::optional<double>& value);
-
-/// "1 outline", "2 outlines".
-std::string counted(std::size_t count, const char* one, const char* many);
 
 }  // namespace mokshape

@@ -75,7 +75,7 @@ void run(const Options& options) {
 void addInside(CLI::App& program) {
     CLI::App* const command = program.add_subcommand("inside", "Say which regions of some files hold a point");
     const auto options = std::make_shared<Options>();
-    command->add_option("FILE", options->files, "GeoJSON or WKT files")->required()->type_name("");
+    command->add_option("FILE", options->files, "GeoJSON or WKT files, or archives")->required()->type_name("");
     command->add_option("--point", options->points, "a point to ask for; may be given again")
         ->type_name("X,Y")
         ->allow_extra_args(false);

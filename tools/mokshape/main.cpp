@@ -5,6 +5,8 @@
 #include <sstream>
 
 #include "tools/io/file.h"
+#include "tools/mokshape/convert.h"
+#include "tools/mokshape/dump.h"
 #include "tools/mokshape/inside.h"
 #include "tools/mokshape/measure.h"
 #include "tools/mokshape/merge.h"
@@ -21,7 +23,7 @@ int answer(const CLI::App& program, const CLI::ParseError& request) {
 }
 
 int run(int argc, char** argv) {
-    CLI::App program("Measures, asks, cleans and merges outlines that lie in GeoJSON and WKT files.", "mokshape");
+    CLI::App program("Measures, asks, cleans and merges outlines in GeoJSON and WKT files and archives.", "mokshape");
     program.set_version_flag("--version", "mokshape " MOKSHAPE_VERSION);
     program.require_subcommand(1);
     program.footer(
@@ -30,12 +32,16 @@ int run(int argc, char** argv) {
         "  mokshape inside samples/coins.geojson --point 45,70\n"
         "  mokshape regularize samples/lasso.geojson -o simple.geojson\n"
         "  mokshape merge parts.geojson -o merged.geojson\n"
+        "  mokshape convert samples/coins.geojson coins.mok\n"
+        "  mokshape dump coins.mok\n"
         "\n"
         "mokshape SUBCOMMAND --help tells more.\n");
     mokshape::addMeasure(program);
     mokshape::addInside(program);
     mokshape::addRegularize(program);
     mokshape::addMerge(program);
+    mokshape::addConvert(program);
+    mokshape::addDump(program);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& request) {

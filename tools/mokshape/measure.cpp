@@ -67,7 +67,7 @@ void run(const Options& options) {
 void addMeasure(CLI::App& program) {
     CLI::App* const command = program.add_subcommand("measure", "Measure every polygon and line of some files");
     const auto options = std::make_shared<Options>();
-    command->add_option("FILE", options->files, "GeoJSON or WKT files")->required()->type_name("");
+    command->add_option("FILE", options->files, "GeoJSON or WKT files, or archives")->required()->type_name("");
     addMode(*command, options->mode);
     addFormat(*command, options->format);
     command->add_option("--svg", options->svg, "also draw the outlines into this SVG picture")->type_name("OUT.svg");

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "tools/io/text.h"
-#include "tools/mokshape/cells.h"
 #include "tools/mokshape/merging.h"
 #include "tools/mokshape/progress.h"
 #include "tools/mokshape/rewrite.h"

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "tools/mokshape/cells.h"
+#include "tools/io/text.h"
 #include "tools/mokshape/progress.h"
 #include "tools/mokshape/regions.h"
 #include "tools/mokshape/rewrite.h"

@@ -10,6 +10,7 @@
 
 #include "tools/io/file.h"
 #include "tools/io/text.h"
+#include "tools/mokshape/notes.h"
 #include "tools/mokshape/picture.h"
 #include "tools/mokshape/progress.h"
 
@@ -36,6 +37,8 @@ void checkNames(const Options& options) {
 void run(const Options& options, const RewriteCommand& command) {
     checkNames(options);
     std::string summary;
+    Notes notes;
+    Notes lost;
     std::optional<PendingFile> out;
     std::optional<PendingFile> picture;
     {
@@ -45,7 +48,8 @@ void run(const Options& options, const RewriteCommand& command) {
         const Rewritten after = command.rewrite(
             before, options.outerHull ? gmContourDefs::eOuterHull : gmContourDefs::eRegularize, progress);
         summary = after.summary;
-        out.emplace(options.out, textFor(options.out, after.outlines));
+        notes = before.notes;
+        out.emplace(options.out, textFor(options.out, after.outlines, &lost));
         if (!options.svg.empty()) {
             std::ostringstream svg;
             writeBeforeAndAfter(svg, before, after.outlines, after.replaced);
@@ -56,6 +60,8 @@ void run(const Options& options, const RewriteCommand& command) {
     out->commit();
     if (picture)
         picture->commit();
+    printNotes(options.in, notes);
+    printNotes(options.out, lost);
 }
 
 }  // namespace
@@ -63,8 +69,8 @@ void run(const Options& options, const RewriteCommand& command) {
 void addRewrite(CLI::App& program, const RewriteCommand& command) {
     CLI::App* const subcommand = program.add_subcommand(command.name, command.description);
     const auto options = std::make_shared<Options>();
-    subcommand->add_option("IN", options->in, "a GeoJSON or WKT file")->required()->type_name("");
-    subcommand->add_option("-o,--output", options->out, "where the outlines go; .geojson, .json or .wkt")
+    subcommand->add_option("IN", options->in, "a GeoJSON or WKT file, or an archive")->required()->type_name("");
+    subcommand->add_option("-o,--output", options->out, "where the outlines go; .geojson, .json, .wkt or .mok")
         ->required()
         ->type_name("OUT");
     subcommand->add_flag("--outer-hull", options->outerHull, command.outerHullHelp);
