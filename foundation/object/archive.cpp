@@ -22,7 +22,12 @@ constexpr unsigned char magic[] = {'M', 'O', 'K', 'A', 1};
 // Room made without knowing that the stream goes on that far: enough for most, little to lose.
 constexpr std::size_t blindRoom = 4096;
 
-using Marks = std::set<std::pair<const void*, std::uint64_t>>;
+// By address and size.
+using Marks = std::set<std::pair<std::uintptr_t, std::uint64_t>>;
+
+std::uintptr_t addressOf(const void* object) {
+    return reinterpret_cast<std::uintptr_t>(object);
+}
 
 // Marks of the pass that runs on this thread.
 thread_local Marks* currentMarks = nullptr;
@@ -293,13 +298,12 @@ gmArchive::Promise::Promise(gmArchive& archive, unsigned long count, std::size_t
 void gmArchive::relocate(std::uintptr_t from, std::size_t bytes, const void* to) {
     if (!currentMarks)
         return;
-    const auto at = [](std::uintptr_t address) { return reinterpret_cast<const void*>(address); };
-    const auto begin = currentMarks->lower_bound({at(from), 0});
-    const auto end = currentMarks->lower_bound({at(from + bytes), 0});
+    const auto begin = currentMarks->lower_bound({from, 0});
+    const auto end = currentMarks->lower_bound({from + bytes, 0});
     const std::vector<Marks::value_type> moved(begin, end);
     currentMarks->erase(begin, end);
-    for (const auto& [object, size] : moved)
-        currentMarks->emplace(static_cast<const char*>(to) + (reinterpret_cast<std::uintptr_t>(object) - from), size);
+    for (const auto& [address, size] : moved)
+        currentMarks->emplace(addressOf(to) + (address - from), size);
 }
 
 template <class Unsigned>
@@ -402,12 +406,12 @@ gmArchive& operator||(gmArchive& archive, gmPersistent& object) {
 }
 
 bool gmPersistent::haveVisited(void* object, std::uint64_t size) {
-    return currentMarks && currentMarks->count({object, size}) != 0;
+    return currentMarks && currentMarks->count({addressOf(object), size}) != 0;
 }
 
 void gmPersistent::setVisited(void* object, std::uint64_t size) {
     if (currentMarks)
-        currentMarks->emplace(object, size);
+        currentMarks->emplace(addressOf(object), size);
 }
 
 void gmPersistent::serializePointer(gmArchive& archive, gmPersistent* stored, gmPersistent*& loaded) {
