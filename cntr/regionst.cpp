@@ -50,9 +50,9 @@ bool gmRegionSet::operator==(const gmRegionSet& other) const {
 }
 
 void gmRegionSet::regions(const std::vector<RegionCPtr>& regions, gmContourDefs::IntersectionMode mode) {
-    const std::vector<RegionCPtr> replaced = regions_;  // ends last: it may be what keeps this set alive
+    std::vector<RegionCPtr> replaced = regions;
     cleanCacheInfo();
-    setRegions(regions);
+    std::swap(regions_, replaced);  // what is replaced ends last: it may be what keeps this set alive
     makeDataConsistentWithPoints();
     applyMode(mode);
 }
@@ -62,7 +62,6 @@ void gmRegionSet::regions(const std::vector<gmPtrHandle<gmRegion>>& regions, gmC
 }
 
 void gmRegionSet::add(const RegionCPtr& region, gmContourDefs::IntersectionMode mode) {
-    const std::vector<RegionCPtr> replaced = regions_;  // ends last, as above: the mode may replace it
     cleanCacheInfo();
     regions_.push_back(region);
     makeDataConsistentWithPoints();

@@ -43,7 +43,7 @@ bool asked(Question question) {
 }
 
 // How many bytes the stream still holds, where that can be asked.
-std::optional<std::uint64_t> restOf(std::istream& in) {
+std::optional<std::uint64_t> restOf(std::istream& in) try {
     std::streambuf& buffer = *in.rdbuf();
     const std::streamoff here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
     if (here < 0)
@@ -53,6 +53,8 @@ std::optional<std::uint64_t> restOf(std::istream& in) {
     if (end < here)
         return {};
     return static_cast<std::uint64_t>(end - here);
+} catch (const std::ios_base::failure&) {
+    return {};
 }
 
 }  // namespace

@@ -57,14 +57,13 @@ class MOKSTD_API gmArchive {
 
     /// Limits of what an archive may hold. Storing refuses what loading would, both with OutOfRange.
     ///
-    /// How deep objects may contain each other through pointers; 256 unless set. Every level takes some hundred bytes
-    /// of stack, here and in whatever walks through the objects later.
+    /// How deep objects may contain each other through pointers; 256 unless set. Every level takes stack, here and in
+    /// whatever walks through the objects later.
     unsigned maxDepth() const;
     void maxDepth(unsigned depth);
     /// How many objects there may be behind pointers for every byte so far; 0.1 unless set, which no class with a
-    /// version byte exceeds. Few bytes stand for a large object: in an archive of n bytes from elsewhere, shapes take
-    /// up to some hundred times n bytes of memory, and less than that with a lower limit. Lists take no more than a few
-    /// times what they take in the archive.
+    /// version byte exceeds. Few bytes stand for a large object: a lower limit keeps the memory that an archive from
+    /// elsewhere can take closer to its size. Lists take no more than a few times what they take in the archive.
     double maxObjectsPerByte() const;
     /// Throws: OutOfRange for a number that is negative or NaN.
     void maxObjectsPerByte(double objects);

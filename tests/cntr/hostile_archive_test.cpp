@@ -20,9 +20,9 @@ using support::isLoaded;
 using support::littleEndian;
 using support::load;
 using support::Object;
+using support::Pipe;
 using support::storedAs;
 using support::unhex;
-using support::Unmeasured;
 using testing::EndsWith;
 using testing::StartsWith;
 
@@ -97,7 +97,7 @@ TEST_F(HostileArchive, EveryTruncationIsRefusedAndLeavesAUsableObject) {
         for (std::size_t size = 0; size < whole.size(); ++size) {
             ASSERT_FALSE(isLoaded(golden, whole.substr(0, size), true)) << golden.file << ' ' << size;
             ASSERT_EQ(refusalOf(golden, whole.substr(0, size)), "Truncated") << golden.file << ' ' << size;
-            Unmeasured buffer(whole.substr(0, size));
+            Pipe buffer(whole.substr(0, size));
             std::istream in(&buffer);
             ASSERT_FALSE(isLoaded(golden, in, false)) << golden.file << ' ' << size;
         }
@@ -162,7 +162,7 @@ TEST_F(HostileArchive, ACountThatLiesTakesNoMemory) {
             const std::string changed = changedAt(bytes, field.offset, littleEndian(count));
             EXPECT_EQ(refusalOf(golden, changed), "Truncated");
             EXPECT_FALSE(isLoaded(golden, changed, true));
-            Unmeasured buffer(changed);
+            Pipe buffer(changed);
             std::istream in(&buffer);
             EXPECT_FALSE(isLoaded(golden, in, true));
         }

@@ -8,21 +8,22 @@
 
 #include "cntrtmpl/cntrtmpl.h"
 #include "tests/support/allocations.h"
+#include "tests/support/edgelets.h"
 #include "tests/support/tablet.h"
 #include "tests/support/text.h"
 
+using support::ContourT;
+using support::Edgelets;
 using support::interruptedAt;
 using support::points;
+using support::RegionSetT;
+using support::RegionT;
 using support::text;
 using testing::AnyOf;
 
 namespace {
 
-using EdgeContour = gmContourT<gmEdgelet>;
-using EdgeRegion = gmRegionT<gmEdgelet>;
-using EdgeRegionSet = gmRegionSetT<gmEdgelet>;
-using EdgeRegionCPtr = gmPtrHandle_const<EdgeRegion>;
-using Edgelets = std::vector<gmEdgelet>;
+using EdgeRegionCPtr = gmPtrHandle_const<RegionT>;
 
 /// A transform that counts itself and its clones.
 class Counted : public gm2XformLinear {
@@ -51,15 +52,15 @@ const Edgelets plate = edgelets("0 0, 20 0, 20 20, 0 20");
 const Edgelets longer = edgelets("-2 -2, 60 -2, 60 60, 40 70, 30 60, 10 66, -2 60");
 
 EdgeRegionCPtr shared(const char* positions) {
-    return EdgeRegionCPtr(new EdgeRegion(edgelets(positions)));
+    return EdgeRegionCPtr(new RegionT(edgelets(positions)));
 }
 
 /// A region that has holes of both kinds.
-EdgeRegion holed(const Edgelets& data) {
-    EdgeRegion region(data, doubling(), 7);
+RegionT holed(const Edgelets& data) {
+    RegionT region(data, doubling(), 7);
     region.gmRegion::holes(std::vector<RegionCPtr>{shared("2 2, 3 2, 3 3"), shared("4 4, 5 4, 5 5")});
     region.data(data);
-    region.holes(EdgeRegion::Holes{shared("2 2, 3 2, 3 3")});
+    region.holes(RegionT::Holes{shared("2 2, 3 2, 3 3")});
     return region;
 }
 
@@ -71,21 +72,21 @@ void describeHandles(std::ostream& out, const Handles& handles) {
     out << " |";
 }
 
-std::string stateOf(const EdgeContour& contour) {
+std::string stateOf(const ContourT& contour) {
     std::ostringstream out;
     out << text(static_cast<const gmContour&>(contour)) << " under " << contour.dataFromPointsXform().get();
     for (const gmEdgelet& edgelet : contour.data())
         out << ", " << text(edgelet.position()) << ' ' << edgelet.magnitude() << ' ' << int(edgelet.angle().value());
     return out.str();
 }
-std::string stateOf(const EdgeRegion& region) {
+std::string stateOf(const RegionT& region) {
     std::ostringstream out;
-    out << stateOf(static_cast<const EdgeContour&>(region));
+    out << stateOf(static_cast<const ContourT&>(region));
     describeHandles(out, region.holes());
     describeHandles(out, region.gmRegion::holes());
     return out.str();
 }
-std::string stateOf(const EdgeRegionSet& set) {
+std::string stateOf(const RegionSetT& set) {
     std::ostringstream out;
     out << set.cachedVectorSize();
     describeHandles(out, set.regionsT());
@@ -116,32 +117,32 @@ std::string answersOf(const gmRegionSet& set) {
            (set.regions().empty() ? "" : text(set.encloseRect(gmXform<2>::I)) + ' ' + text(set.isSelfIntersecting()));
 }
 
-std::string freshAnswersOf(const EdgeContour& contour) {
+std::string freshAnswersOf(const ContourT& contour) {
     return answersOf(gmContour(contour.points(), contour.isClosed()));
 }
-std::string freshAnswersOf(const EdgeRegion& region) {
+std::string freshAnswersOf(const RegionT& region) {
     gmRegion fresh(region.points());
     fresh.holes(region.gmRegion::holes());
     return answersOf(fresh);
 }
-std::string freshAnswersOf(const EdgeRegionSet& set) {
+std::string freshAnswersOf(const RegionSetT& set) {
     return answersOf(gmRegionSet(set.regions()));
 }
 
 /// The references to everything that a shape shares, to see whether an attempt has left one behind.
-std::vector<int> referencesOf(const EdgeContour& contour) {
+std::vector<int> referencesOf(const ContourT& contour) {
     const auto xform = contour.dataFromPointsXform();
     return {xform.isNull() ? 0 : xform->referenceCount()};
 }
-std::vector<int> referencesOf(const EdgeRegion& region) {
-    std::vector<int> counts = referencesOf(static_cast<const EdgeContour&>(region));
+std::vector<int> referencesOf(const RegionT& region) {
+    std::vector<int> counts = referencesOf(static_cast<const ContourT&>(region));
     for (const EdgeRegionCPtr& hole : region.holes())
         counts.push_back(hole->referenceCount());
     for (const RegionCPtr& hole : region.gmRegion::holes())
         counts.push_back(hole->referenceCount());
     return counts;
 }
-std::vector<int> referencesOf(const EdgeRegionSet& set) {
+std::vector<int> referencesOf(const RegionSetT& set) {
     std::vector<int> counts;
     for (const EdgeRegionCPtr& region : set.regionsT())
         counts.push_back(region->referenceCount());
@@ -199,21 +200,21 @@ void expectNothingLeftWhereverInterrupted(Make make, References references) {
 TEST(InterruptedEdgeContour, LeavesNothingWhenItCannotBeMade) {
     const auto xform = doubling();
     const auto references = [&] { return xform->referenceCount(); };
-    expectNothingLeftWhereverInterrupted([&] { EdgeContour contour(plate, xform); }, references);
-    expectNothingLeftWhereverInterrupted([] { EdgeContour contour(plate); }, references);
-    const EdgeContour source(longer, xform);
+    expectNothingLeftWhereverInterrupted([&] { ContourT contour(plate, xform); }, references);
+    expectNothingLeftWhereverInterrupted([] { ContourT contour(plate); }, references);
+    const ContourT source(longer, xform);
     answersOf(source);
-    expectNothingLeftWhereverInterrupted([&] { EdgeContour contour(source); }, [&] { return referencesOf(source); });
+    expectNothingLeftWhereverInterrupted([&] { ContourT contour(source); }, [&] { return referencesOf(source); });
 }
 
 TEST(InterruptedEdgeContour, IsTheOldOrTheNewOneAfterAnAssignment) {
-    EdgeContour open(longer, doubling());
+    ContourT open(longer, doubling());
     open.isClosed(false);
     answersOf(static_cast<const gmContour&>(open));
-    const EdgeContour original(plate, doubling());
-    for (const EdgeContour& source : {open, EdgeContour(), EdgeContour(plate)}) {
-        expectOldOrNewWhereverInterrupted(original, source, [&](EdgeContour& target) { target = source; });
-        expectOldOrNewWhereverInterrupted(EdgeContour(), source, [&](EdgeContour& target) { target = source; });
+    const ContourT original(plate, doubling());
+    for (const ContourT& source : {open, ContourT(), ContourT(plate)}) {
+        expectOldOrNewWhereverInterrupted(original, source, [&](ContourT& target) { target = source; });
+        expectOldOrNewWhereverInterrupted(ContourT(), source, [&](ContourT& target) { target = source; });
     }
 }
 
@@ -221,15 +222,15 @@ TEST(InterruptedEdgeContour, IsUsableAfterNewDataAndNewPoints) {
     bool more = true;
     for (long which = 0; more; ++which) {
         ASSERT_LT(which, support::enoughAllocations);
-        EdgeContour asked(plate, doubling());
+        ContourT asked(plate, doubling());
         answersOf(asked);
-        EdgeContour other(asked);
+        ContourT other(asked);
         more = interruptedAt(which, [&] { asked.data(longer); });
         more |= interruptedAt(which, [&] { other.points(points("1 1, 2 1, 3 3, 2 2, 5 5, 1 3")); });
-        for (EdgeContour* changed : {&asked, &other}) {
+        for (ContourT* changed : {&asked, &other}) {
             EXPECT_EQ(answersOf(*changed), freshAnswersOf(*changed)) << "allocation " << which;
             changed->data(longer);
-            EXPECT_EQ(changed->points(), EdgeContour(longer, doubling()).points());
+            EXPECT_EQ(changed->points(), ContourT(longer, doubling()).points());
             EXPECT_EQ(changed->data(), longer);
         }
     }
@@ -238,35 +239,35 @@ TEST(InterruptedEdgeContour, IsUsableAfterNewDataAndNewPoints) {
 TEST(InterruptedEdgeRegion, LeavesNothingWhenItCannotBeMade) {
     const auto xform = doubling();
     const auto references = [&] { return xform->referenceCount(); };
-    expectNothingLeftWhereverInterrupted([&] { EdgeRegion region(plate, xform, 3); }, references);
-    expectNothingLeftWhereverInterrupted([] { EdgeRegion region(plate, 3); }, references);
-    const EdgeContour contour(longer, xform);
+    expectNothingLeftWhereverInterrupted([&] { RegionT region(plate, xform, 3); }, references);
+    expectNothingLeftWhereverInterrupted([] { RegionT region(plate, 3); }, references);
+    const ContourT contour(longer, xform);
     answersOf(contour);
-    expectNothingLeftWhereverInterrupted([&] { EdgeRegion region(contour, 3); }, [&] { return referencesOf(contour); });
-    const EdgeRegion source = holed(longer);
+    expectNothingLeftWhereverInterrupted([&] { RegionT region(contour, 3); }, [&] { return referencesOf(contour); });
+    const RegionT source = holed(longer);
     answersOf(source);
-    expectNothingLeftWhereverInterrupted([&] { EdgeRegion region(source); }, [&] { return referencesOf(source); });
+    expectNothingLeftWhereverInterrupted([&] { RegionT region(source); }, [&] { return referencesOf(source); });
 }
 
 TEST(InterruptedEdgeRegion, IsTheOldOrTheNewOneAfterAnAssignment) {
-    const EdgeRegion original = holed(plate);
-    const EdgeRegion asked = holed(longer);
+    const RegionT original = holed(plate);
+    const RegionT asked = holed(longer);
     answersOf(asked);
-    for (const EdgeRegion& source : {asked, EdgeRegion(), EdgeRegion(longer)}) {
-        expectOldOrNewWhereverInterrupted(original, source, [&](EdgeRegion& target) { target = source; });
-        expectOldOrNewWhereverInterrupted(EdgeRegion(), source, [&](EdgeRegion& target) { target = source; });
+    for (const RegionT& source : {asked, RegionT(), RegionT(longer)}) {
+        expectOldOrNewWhereverInterrupted(original, source, [&](RegionT& target) { target = source; });
+        expectOldOrNewWhereverInterrupted(RegionT(), source, [&](RegionT& target) { target = source; });
     }
     const EdgeRegionCPtr hole = original.holes()[0];
     expectOldOrNewWhereverInterrupted(
-        original, *hole, [&](EdgeRegion& target) { target = target.holes().empty() ? *hole : *target.holes()[0]; });
+        original, *hole, [&](RegionT& target) { target = target.holes().empty() ? *hole : *target.holes()[0]; });
 }
 
 TEST(InterruptedEdgeRegion, HasTheOldOrTheNewHoles) {
-    const EdgeRegion original = holed(plate);
-    const EdgeRegion::Holes holes{shared("1 1, 2 1, 2 2"), shared("5 5, 6 5, 6 6")};
-    EdgeRegion expected(original);
+    const RegionT original = holed(plate);
+    const RegionT::Holes holes{shared("1 1, 2 1, 2 2"), shared("5 5, 6 5, 6 6")};
+    RegionT expected(original);
     expected.holes(holes);
-    expectOldOrNewWhereverInterrupted(original, expected, [&](EdgeRegion& target) { target.holes(holes); });
+    expectOldOrNewWhereverInterrupted(original, expected, [&](RegionT& target) { target.holes(holes); });
     EXPECT_EQ(referencesOf(expected), std::vector<int>({3, 2, 2, 2, 2})) << "of the transform and of each hole";
 }
 
@@ -274,10 +275,10 @@ TEST(InterruptedEdgeRegion, EndsWithItsHolesWhenThereIsNoMemoryToEndThemInTurn) 
     for (long which = 0; which < 3; ++which) {
         const EdgeRegionCPtr island = shared("4 4, 6 4, 6 6, 4 6");
         {
-            gmPtrHandle<EdgeRegion> hole(new EdgeRegion(edgelets("2 2, 7 2, 7 7, 2 7")));
-            hole->holes(EdgeRegion::Holes{island});
-            gmPtrHandle<EdgeRegion> owner(new EdgeRegion(plate));
-            owner->holes(EdgeRegion::Holes{hole});
+            gmPtrHandle<RegionT> hole(new RegionT(edgelets("2 2, 7 2, 7 7, 2 7")));
+            hole->holes(RegionT::Holes{island});
+            gmPtrHandle<RegionT> owner(new RegionT(plate));
+            owner->holes(RegionT::Holes{hole});
             hole = nullptr;
             EXPECT_EQ(island->referenceCount(), 2);
             interruptedAt(which, [&] { owner = nullptr; });
@@ -312,62 +313,61 @@ void expectUsableWhereverInterrupted(const Shape& original, Change change) {
 TEST(InterruptedEdgeContour, IsUsableAsTheResultOfAMap) {
     const gmXform<2> turn(gmMatrix<2>(0, -1, 1, 0), {1, 2});
     const gmContour source(points("0 0, 2 2, 2 0, 0 2, 5 5"), false, 4);
-    const EdgeContour original(plate, doubling());
-    expectUsableWhereverInterrupted(original, [&](EdgeContour& out) { source.map(turn, out); });
-    expectUsableWhereverInterrupted(original, [&](EdgeContour& out) { out.map(turn, out); });
+    const ContourT original(plate, doubling());
+    expectUsableWhereverInterrupted(original, [&](ContourT& out) { source.map(turn, out); });
+    expectUsableWhereverInterrupted(original, [&](ContourT& out) { out.map(turn, out); });
 }
 
 TEST(InterruptedEdgeRegion, IsUsableAsTheResultOfAMapAndOfACleanUp) {
     const gmXform<2> turn(gmMatrix<2>(0, -1, 1, 0), {1, 2});
     const gmRegion source(points("0 0, 2 2, 2 0, 0 2, -1 5"));
-    const EdgeRegion crossing(edgelets("0 0, 2 2, 2 0, 0 2"), doubling());
-    for (const EdgeRegion& original : {EdgeRegion(plate, doubling()), crossing}) {
-        expectUsableWhereverInterrupted(original, [&](EdgeRegion& out) { source.map(turn, out); });
-        expectUsableWhereverInterrupted(original, [&](EdgeRegion& out) { source.convexHull(out); });
-        expectUsableWhereverInterrupted(original, [&](EdgeRegion& out) { gmRegion(source).regularize(out); });
-        expectUsableWhereverInterrupted(original, [&](EdgeRegion& out) { gmRegion(source).outerHull(out); });
-        expectUsableWhereverInterrupted(original, [&](EdgeRegion& out) { out.map(turn, out); });
-        expectUsableWhereverInterrupted(original, [&](EdgeRegion& out) { out.convexHull(out); });
-        expectUsableWhereverInterrupted(original, [&](EdgeRegion& out) { out.regularize(out); });
-        expectUsableWhereverInterrupted(original, [&](EdgeRegion& out) { out.outerHull(out); });
+    const RegionT crossing(edgelets("0 0, 2 2, 2 0, 0 2"), doubling());
+    for (const RegionT& original : {RegionT(plate, doubling()), crossing}) {
+        expectUsableWhereverInterrupted(original, [&](RegionT& out) { source.map(turn, out); });
+        expectUsableWhereverInterrupted(original, [&](RegionT& out) { source.convexHull(out); });
+        expectUsableWhereverInterrupted(original, [&](RegionT& out) { gmRegion(source).regularize(out); });
+        expectUsableWhereverInterrupted(original, [&](RegionT& out) { gmRegion(source).outerHull(out); });
+        expectUsableWhereverInterrupted(original, [&](RegionT& out) { out.map(turn, out); });
+        expectUsableWhereverInterrupted(original, [&](RegionT& out) { out.convexHull(out); });
+        expectUsableWhereverInterrupted(original, [&](RegionT& out) { out.regularize(out); });
+        expectUsableWhereverInterrupted(original, [&](RegionT& out) { out.outerHull(out); });
     }
 }
 
 TEST(InterruptedEdgeRegionSet, LeavesNothingWhenItCannotBeMade) {
     const EdgeRegionCPtr region = shared("0 0, 4 0, 4 4");
     const auto references = [&] { return region->referenceCount(); };
-    const EdgeRegionSet::Regions regions{region, nullptr, region};
-    expectNothingLeftWhereverInterrupted([&] { EdgeRegionSet set(regions); }, references);
-    const gmPtrHandle<EdgeRegion> own(new EdgeRegion(plate));
-    const std::vector<gmPtrHandle<EdgeRegion>> owned{own, own};
-    expectNothingLeftWhereverInterrupted([&] { EdgeRegionSet set(owned); }, [&] { return own->referenceCount(); });
-    const EdgeRegionSet source(EdgeRegionSet::Regions{region, shared("9 9, 8 9, 8 8")});
+    const RegionSetT::Regions regions{region, nullptr, region};
+    expectNothingLeftWhereverInterrupted([&] { RegionSetT set(regions); }, references);
+    const gmPtrHandle<RegionT> own(new RegionT(plate));
+    const std::vector<gmPtrHandle<RegionT>> owned{own, own};
+    expectNothingLeftWhereverInterrupted([&] { RegionSetT set(owned); }, [&] { return own->referenceCount(); });
+    const RegionSetT source(RegionSetT::Regions{region, shared("9 9, 8 9, 8 8")});
     answersOf(source);
-    expectNothingLeftWhereverInterrupted([&] { EdgeRegionSet set(source); }, references);
+    expectNothingLeftWhereverInterrupted([&] { RegionSetT set(source); }, references);
 }
 
 TEST(InterruptedEdgeRegionSet, IsTheOldOrTheNewOneAfterAnAssignment) {
-    const EdgeRegionSet original(EdgeRegionSet::Regions{shared("0 0, 4 0, 4 4"), shared("9 9, 8 9, 8 8")});
-    EdgeRegionSet asked(
-        EdgeRegionSet::Regions{shared("1 1, 5 1, 5 5"), shared("0 0, 4 0, 4 4"), shared("7 7, 7 8, 6 6")});
+    const RegionSetT original(RegionSetT::Regions{shared("0 0, 4 0, 4 4"), shared("9 9, 8 9, 8 8")});
+    RegionSetT asked(RegionSetT::Regions{shared("1 1, 5 1, 5 5"), shared("0 0, 4 0, 4 4"), shared("7 7, 7 8, 6 6")});
     asked.cachedVectorSize(9);
     answersOf(asked);
-    for (const EdgeRegionSet& source : {asked, EdgeRegionSet()})
-        expectOldOrNewWhereverInterrupted(original, source, [&](EdgeRegionSet& target) { target = source; });
+    for (const RegionSetT& source : {asked, RegionSetT()})
+        expectOldOrNewWhereverInterrupted(original, source, [&](RegionSetT& target) { target = source; });
 }
 
 TEST(InterruptedEdgeRegionSet, IsUsableAfterAnAdditionAndACleanUp) {
-    const EdgeRegionSet original(EdgeRegionSet::Regions{shared("0 0, 4 0, 4 4, 0 4"), shared("2 2, 6 2, 6 6, 2 6")});
+    const RegionSetT original(RegionSetT::Regions{shared("0 0, 4 0, 4 4, 0 4"), shared("2 2, 6 2, 6 6, 2 6")});
     answersOf(original);
-    const EdgeRegionSet whole(EdgeRegionSet::Regions{shared("1 1, 5 1, 5 5")});
+    const RegionSetT whole(RegionSetT::Regions{shared("1 1, 5 1, 5 5")});
     bool more = true;
     for (long which = 0; more; ++which) {
         ASSERT_LT(which, support::enoughAllocations);
-        EdgeRegionSet grown(original);
-        EdgeRegionSet cleaned(original);
+        RegionSetT grown(original);
+        RegionSetT cleaned(original);
         more = interruptedAt(which, [&] { EXPECT_ANY_THROW(grown.add(whole.regions()[0])); });
-        more |= interruptedAt(which, [&] { EdgeRegionSet(original).regularize(cleaned); });
-        for (EdgeRegionSet* out : {&grown, &cleaned}) {
+        more |= interruptedAt(which, [&] { RegionSetT(original).regularize(cleaned); });
+        for (RegionSetT* out : {&grown, &cleaned}) {
             EXPECT_EQ(answersOf(*out), freshAnswersOf(*out)) << "allocation " << which;
             *out = whole;
             EXPECT_EQ(stateOf(*out), stateOf(whole));
@@ -380,7 +380,7 @@ TEST(InterruptedDraw, HasDrawnNothingOrEverything) {
         void drawLineSeg(const gmPair<double>&, const gmPair<double>&, const gmColor&, Layers) override { ++calls; }
         int calls = 0;
     };
-    const EdgeRegion region = holed(plate);
+    const RegionT region = holed(plate);
     const std::string before = stateOf(region);
     bool more = true;
     for (long which = 0; more; ++which) {

@@ -9,11 +9,14 @@
 #include <vector>
 
 #include "cntrtmpl/cntrtmpl.h"
+#include "tests/support/edgelets.h"
 #include "tests/support/tablet.h"
 
 using support::ActingTablet;
 using support::Calls;
+using support::ContourT;
 using support::edge;
+using support::Edgelets;
 using support::edgesOf;
 using support::layer;
 using support::orange;
@@ -21,18 +24,16 @@ using support::outlineCalls;
 using support::ownCalls;
 using support::points;
 using support::RecordingTablet;
+using support::RegionSetT;
+using support::RegionT;
 using support::SmallTablet;
+using support::XformHandle;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
 
-using EdgeContour = gmContourT<gmEdgelet>;
-using EdgeRegion = gmRegionT<gmEdgelet>;
-using EdgeRegionSet = gmRegionSetT<gmEdgelet>;
-using EdgeRegionCPtr = gmPtrHandle_const<EdgeRegion>;
-using Edgelets = std::vector<gmEdgelet>;
-using Xform = gmPtrHandle<gm2XformBase>;
+using EdgeRegionCPtr = gmPtrHandle_const<RegionT>;
 
 gmEdgelet edgelet(double x, double y, int angle, unsigned short magnitude = 100) {
     return gmEdgelet({x, y}, magnitude, gmAngle8(static_cast<unsigned char>(angle)));
@@ -58,8 +59,8 @@ Calls segmentsOf(const Edgelets& data) {
 }
 
 /// Turns, scales by 20, and moves away.
-Xform pixels() {
-    return Xform(new gm2XformLinear(gmXform<2>(gmMatrix<2>(0, -20, 20, 0), {300, 400})));
+XformHandle pixels() {
+    return XformHandle(new gm2XformLinear(gmXform<2>(gmMatrix<2>(0, -20, 20, 0), {300, 400})));
 }
 
 Edgelets fourEdgelets() {
@@ -67,32 +68,32 @@ Edgelets fourEdgelets() {
 }
 
 /// A region under a transform, with holes of both kinds.
-EdgeRegion holed() {
-    EdgeRegion region(fourEdgelets(), pixels());
-    const gmPtrHandle<EdgeRegion> hole(
-        new EdgeRegion({edgelet(350, 450, 1), edgelet(450, 450, 2), edgelet(450, 550, 3)}, pixels()));
+RegionT holed() {
+    RegionT region(fourEdgelets(), pixels());
+    const gmPtrHandle<RegionT> hole(
+        new RegionT({edgelet(350, 450, 1), edgelet(450, 450, 2), edgelet(450, 550, 3)}, pixels()));
     region.gmRegion::holes(std::vector<RegionCPtr>{hole});
     region.data(fourEdgelets());
-    region.holes(EdgeRegion::Holes{hole});
+    region.holes(RegionT::Holes{hole});
     return region;
 }
 
 EdgeRegionCPtr shared(const Edgelets& data) {
-    return EdgeRegionCPtr(new EdgeRegion(data));
+    return EdgeRegionCPtr(new RegionT(data));
 }
 
 // ----- Regions
 
 TEST(EdgeRegionDraw, RunsLevelFromRightToLeftAtAngle64) {
-    EXPECT_THAT(ownCalls(EdgeRegion({edgelet(10, 20, 64)})), ElementsAre(edge(10.5, 20, 9.5, 20)));
+    EXPECT_THAT(ownCalls(RegionT({edgelet(10, 20, 64)})), ElementsAre(edge(10.5, 20, 9.5, 20)));
 }
 
 TEST(EdgeRegionDraw, RunsUprightFromBelowAtAngle0) {
-    EXPECT_THAT(ownCalls(EdgeRegion({edgelet(10, 20, 0)})), ElementsAre(edge(10, 19.5, 10, 20.5)));
+    EXPECT_THAT(ownCalls(RegionT({edgelet(10, 20, 0)})), ElementsAre(edge(10, 19.5, 10, 20.5)));
 }
 
 TEST(EdgeRegionDraw, TurnsBackByAQuarterOfATurn) {
-    EXPECT_THAT(ownCalls(EdgeRegion({edgelet(10, 20, 128), edgelet(10, 20, 192)})),
+    EXPECT_THAT(ownCalls(RegionT({edgelet(10, 20, 128), edgelet(10, 20, 192)})),
                 ElementsAre(edge(10, 20.5, 10, 19.5), edge(9.5, 20, 10.5, 20)));
 }
 
@@ -102,7 +103,7 @@ TEST(EdgeRegionDraw, HasTheExactEndsOfEveryAngle) {
         Edgelets data;
         for (int angle = 0; angle < 256; ++angle)
             data.push_back(edgelet(position.x(), position.y(), angle));
-        const Calls drawn = ownCalls(EdgeRegion(data));
+        const Calls drawn = ownCalls(RegionT(data));
         ASSERT_EQ(drawn.size(), 256U);
         for (std::size_t angle = 0; angle < 256; ++angle)
             EXPECT_EQ(drawn[angle], segmentOf(data[angle])) << "angle " << angle;
@@ -111,7 +112,7 @@ TEST(EdgeRegionDraw, HasTheExactEndsOfEveryAngle) {
 
 TEST(EdgeRegionDraw, AlsoShowsEdgePointsThatAreNowhere) {
     const double infinity = std::numeric_limits<double>::infinity();
-    const Calls drawn = ownCalls(EdgeRegion({edgelet(infinity, 3, 64), edgelet(std::nan(""), 4, 0), edgelet(1, 2, 3)}));
+    const Calls drawn = ownCalls(RegionT({edgelet(infinity, 3, 64), edgelet(std::nan(""), 4, 0), edgelet(1, 2, 3)}));
     ASSERT_EQ(drawn.size(), 3U);
     EXPECT_EQ(drawn[0].from.x(), infinity);
     EXPECT_EQ(drawn[0].to.x(), infinity);
@@ -121,29 +122,29 @@ TEST(EdgeRegionDraw, AlsoShowsEdgePointsThatAreNowhere) {
 
 TEST(EdgeRegionDraw, IsInDataOrderOneSegmentEach) {
     const Edgelets data{edgelet(9, 9, 7), edgelet(1, 2, 3), edgelet(9, 9, 7), edgelet(9, 9, 8), edgelet(-4, 0, 128)};
-    EXPECT_EQ(ownCalls(EdgeRegion(data)), segmentsOf(data));
-    EXPECT_EQ(ownCalls(EdgeRegion({data[0]})), segmentsOf({data[0]}));
-    EXPECT_EQ(ownCalls(EdgeRegion({data[0], data[1]})), segmentsOf({data[0], data[1]}));
+    EXPECT_EQ(ownCalls(RegionT(data)), segmentsOf(data));
+    EXPECT_EQ(ownCalls(RegionT({data[0]})), segmentsOf({data[0]}));
+    EXPECT_EQ(ownCalls(RegionT({data[0], data[1]})), segmentsOf({data[0], data[1]}));
 }
 
 TEST(EdgeRegionDraw, IsInDataCoordinatesWhateverTheTransform) {
-    const Xform rigid(new gm2Rigid(gmDegree(30), {5, 6}));
-    for (const Xform& xform : {Xform(), Xform(new gm2XformLinear), rigid, pixels()})
-        EXPECT_EQ(ownCalls(EdgeRegion(fourEdgelets(), xform)), segmentsOf(fourEdgelets()));
+    const XformHandle rigid(new gm2Rigid(gmDegree(30), {5, 6}));
+    for (const XformHandle& xform : {XformHandle(), XformHandle(new gm2XformLinear), rigid, pixels()})
+        EXPECT_EQ(ownCalls(RegionT(fourEdgelets(), xform)), segmentsOf(fourEdgelets()));
 }
 
 TEST(EdgeRegionDraw, DoesNotShowTheMagnitude) {
-    EXPECT_EQ(ownCalls(EdgeRegion({edgelet(1, 2, 3, 0), edgelet(4, 5, 6, 65535)})),
-              ownCalls(EdgeRegion({edgelet(1, 2, 3, 65535), edgelet(4, 5, 6, 0)})));
+    EXPECT_EQ(ownCalls(RegionT({edgelet(1, 2, 3, 0), edgelet(4, 5, 6, 65535)})),
+              ownCalls(RegionT({edgelet(1, 2, 3, 65535), edgelet(4, 5, 6, 0)})));
 }
 
 TEST(EdgeRegionDraw, DoesNotDependOnClosedness) {
-    EdgeContour open(fourEdgelets(), pixels());
+    ContourT open(fourEdgelets(), pixels());
     open.isClosed(false);
-    EXPECT_EQ(ownCalls(EdgeRegion(open)), segmentsOf(fourEdgelets()));
-    struct Open : EdgeRegion {
-        Open(const EdgeContour& contour) : gmContour(contour), EdgeRegion(contour) {}
-        using EdgeRegion::isClosed;
+    EXPECT_EQ(ownCalls(RegionT(open)), segmentsOf(fourEdgelets()));
+    struct Open : RegionT {
+        Open(const ContourT& contour) : gmContour(contour), RegionT(contour) {}
+        using RegionT::isClosed;
         bool isClosed() const override { return false; }
     };
     const Open overridden(open);
@@ -157,10 +158,10 @@ TEST(EdgeRegionDraw, ShowsNoHolesOfEitherKind) {
 }
 
 TEST(EdgeRegionDraw, WithoutDataDrawsNothing) {
-    EXPECT_THAT(ownCalls(EdgeRegion()), IsEmpty());
-    EXPECT_THAT(ownCalls(EdgeRegion(Edgelets())), IsEmpty());
-    EXPECT_THAT(outlineCalls(EdgeRegion()), IsEmpty());
-    EdgeRegion emptied(fourEdgelets());
+    EXPECT_THAT(ownCalls(RegionT()), IsEmpty());
+    EXPECT_THAT(ownCalls(RegionT(Edgelets())), IsEmpty());
+    EXPECT_THAT(outlineCalls(RegionT()), IsEmpty());
+    RegionT emptied(fourEdgelets());
     emptied.data({});
     EXPECT_THAT(ownCalls(emptied), IsEmpty());
 }
@@ -169,7 +170,7 @@ TEST(EdgeRegionDraw, PassesColorAndLayerOn) {
     for (const auto layers : {gmUITablet::eImageLayer, gmUITablet::eOverlayLayer})
         for (const gmColor& color : {gmColor(), gmColor(1, 2, 255)}) {
             RecordingTablet tablet;
-            EdgeRegion({edgelet(10, 20, 64), edgelet(10, 20, 192)}).draw(tablet, color, layers);
+            RegionT({edgelet(10, 20, 64), edgelet(10, 20, 192)}).draw(tablet, color, layers);
             using Call = RecordingTablet::Call;
             EXPECT_THAT(tablet.calls, ElementsAre(Call{{10.5, 20}, {9.5, 20}, color, layers},
                                                   Call{{9.5, 20}, {10.5, 20}, color, layers}));
@@ -177,19 +178,19 @@ TEST(EdgeRegionDraw, PassesColorAndLayerOn) {
 }
 
 TEST(EdgeRegionDraw, IsReachedThroughThePlainRegion) {
-    const EdgeRegion region(fourEdgelets(), pixels());
+    const RegionT region(fourEdgelets(), pixels());
     EXPECT_EQ(ownCalls(static_cast<const gmRegion&>(region)), segmentsOf(fourEdgelets()));
 }
 
 TEST(EdgeRegionDraw, WithAModeDrawsTheOutlineInPointCoordinates) {
-    const EdgeRegion region(fourEdgelets(), pixels());
+    const RegionT region(fourEdgelets(), pixels());
     const Calls outline{edge(10, 0, 0, 0), edge(0, 0, 0, -10), edge(0, -10, 10, -10), edge(10, -10, 10, 0)};
     for (const auto mode : {gmContourDefs::eOutline, gmContourDefs::eHighlighted}) {
         EXPECT_EQ(outlineCalls(region, mode), outline);
         RecordingTablet direct, asRegion, asEdgeContour;
         region.draw(direct, mode, orange, layer);
         static_cast<const gmRegion&>(region).draw(asRegion, mode, orange, layer);
-        static_cast<const EdgeContour&>(region).draw(asEdgeContour, mode, orange, layer);
+        static_cast<const ContourT&>(region).draw(asEdgeContour, mode, orange, layer);
         EXPECT_EQ(direct.calls, outline);
         EXPECT_EQ(asRegion.calls, outline);
         EXPECT_EQ(asEdgeContour.calls, outline);
@@ -197,44 +198,44 @@ TEST(EdgeRegionDraw, WithAModeDrawsTheOutlineInPointCoordinates) {
 }
 
 TEST(EdgeRegionDraw, FollowsPointsThatAreSet) {
-    EdgeRegion region(fourEdgelets(), pixels());
+    RegionT region(fourEdgelets(), pixels());
     static_cast<gmContour&>(region).points(points("1 2, 3 4"));
     EXPECT_THAT(ownCalls(region), ElementsAre(edge(260, 419.5, 260, 420.5), edge(220, 459.5, 220, 460.5)));
     EXPECT_EQ(ownCalls(region), segmentsOf({edgelet(260, 420, 0), edgelet(220, 460, 0)}));
 }
 
 TEST(EdgeRegionDraw, FollowsDataThatAreSetAndAssigned) {
-    EdgeRegion region(fourEdgelets(), pixels());
+    RegionT region(fourEdgelets(), pixels());
     const Edgelets other{edgelet(1, 2, 3), edgelet(4, 5, 6)};
     region.data(other);
     EXPECT_EQ(ownCalls(region), segmentsOf(other));
-    EXPECT_EQ(ownCalls(EdgeRegion(region)), segmentsOf(other));
+    EXPECT_EQ(ownCalls(RegionT(region)), segmentsOf(other));
     region = holed();
     EXPECT_EQ(ownCalls(region), segmentsOf(fourEdgelets()));
 }
 
 TEST(EdgeRegionDraw, ShowsTheDataWhereTheVerticesAreOthers) {
-    EdgeRegion region(fourEdgelets());
+    RegionT region(fourEdgelets());
     static_cast<gmContour&>(region) = gmContour(points("1 1, 2 1, 2 2, 1 2, 0 0"), true);
     EXPECT_EQ(ownCalls(region), segmentsOf(fourEdgelets()));
     EXPECT_EQ(outlineCalls(region), edgesOf(points("1 1, 2 1, 2 2, 1 2, 0 0"), true));
 }
 
 TEST(EdgeContourDraw, DrawsItsOutlineInPointCoordinates) {
-    EdgeContour contour(fourEdgelets(), pixels());
+    ContourT contour(fourEdgelets(), pixels());
     EXPECT_THAT(outlineCalls(contour),
                 ElementsAre(edge(10, 0, 0, 0), edge(0, 0, 0, -10), edge(0, -10, 10, -10), edge(10, -10, 10, 0)));
     contour.isClosed(false);
     EXPECT_THAT(outlineCalls(contour), ElementsAre(edge(0, 0, 0, -10), edge(0, -10, 10, -10), edge(10, -10, 10, 0)));
-    EXPECT_THAT(outlineCalls(EdgeContour()), IsEmpty());
-    EXPECT_THAT(outlineCalls(EdgeContour({edgelet(1, 2, 3)})), ElementsAre(edge(1, 2, 1, 2)));
+    EXPECT_THAT(outlineCalls(ContourT()), IsEmpty());
+    EXPECT_THAT(outlineCalls(ContourT({edgelet(1, 2, 3)})), ElementsAre(edge(1, 2, 1, 2)));
 }
 
 // ----- Tablets that misbehave
 
 TEST(EdgeRegionDraw, LetsTheErrorOfAFullTabletPass) {
-    const EdgeRegion region = holed();
-    const EdgeRegion before(region);
+    const RegionT region = holed();
+    const RegionT before(region);
     const Calls outline = edgesOf(region.points(), true);
     const Calls own = segmentsOf(fourEdgelets());
     for (std::size_t room = 0; room < 4; ++room) {
@@ -251,30 +252,30 @@ TEST(EdgeRegionDraw, LetsTheErrorOfAFullTabletPass) {
 }
 
 TEST(EdgeRegionDraw, DrawsWhatItWasThoughTheTabletChangesIt) {
-    const std::vector<std::function<void(EdgeRegion&)>> changes{
-        [](EdgeRegion& region) { region.data({}); },
-        [](EdgeRegion& region) { region.data({edgelet(9, 9, 9)}); },
-        [](EdgeRegion& region) {
+    const std::vector<std::function<void(RegionT&)>> changes{
+        [](RegionT& region) { region.data({}); },
+        [](RegionT& region) { region.data({edgelet(9, 9, 9)}); },
+        [](RegionT& region) {
             region.data({4, edgelet(9, 9, 9)});
         },
-        [](EdgeRegion& region) { region.data(Edgelets(1000, edgelet(9, 9, 9))); },
-        [](EdgeRegion& region) { region.points({}); },
-        [](EdgeRegion& region) { region.points(points("9 9, 8 8, 7 7, 6 6")); },
-        [](EdgeRegion& region) { region = EdgeRegion(); },
-        [](EdgeRegion& region) { region = EdgeRegion(Edgelets(1000, edgelet(9, 9, 9))); },
-        [](EdgeRegion& region) { static_cast<EdgeContour&>(region) = EdgeContour({edgelet(9, 9, 9)}); },
-        [](EdgeRegion& region) { region.makeDataConsistentWithPoints(); },
-        [](EdgeRegion& region) { region.holes(EdgeRegion::Holes()); },
-        [](EdgeRegion& region) {
+        [](RegionT& region) { region.data(Edgelets(1000, edgelet(9, 9, 9))); },
+        [](RegionT& region) { region.points({}); },
+        [](RegionT& region) { region.points(points("9 9, 8 8, 7 7, 6 6")); },
+        [](RegionT& region) { region = RegionT(); },
+        [](RegionT& region) { region = RegionT(Edgelets(1000, edgelet(9, 9, 9))); },
+        [](RegionT& region) { static_cast<ContourT&>(region) = ContourT({edgelet(9, 9, 9)}); },
+        [](RegionT& region) { region.makeDataConsistentWithPoints(); },
+        [](RegionT& region) { region.holes(RegionT::Holes()); },
+        [](RegionT& region) {
             region.map(gmXform<2>(gmMatrix<2>(0, -1, 1, 0), {1, 2}), region);
         },
     };
     for (std::size_t which = 0; which < changes.size(); ++which)
         for (std::size_t when = 0; when < 4; ++when) {
             SCOPED_TRACE("change " + std::to_string(which) + " at call " + std::to_string(when));
-            EdgeRegion changed = holed();
+            RegionT changed = holed();
             changes[which](changed);
-            EdgeRegion own = holed();
+            RegionT own = holed();
             ActingTablet ownTablet([&](std::size_t call) {
                 if (call == when)
                     changes[which](own);
@@ -283,7 +284,7 @@ TEST(EdgeRegionDraw, DrawsWhatItWasThoughTheTabletChangesIt) {
             EXPECT_EQ(ownTablet.calls, segmentsOf(fourEdgelets()));
             EXPECT_EQ(ownCalls(own), ownCalls(changed));
 
-            EdgeRegion outline = holed();
+            RegionT outline = holed();
             const Calls whole = edgesOf(outline.points(), true);
             ActingTablet outlineTablet([&](std::size_t call) {
                 if (call == when)
@@ -301,13 +302,13 @@ TEST(EdgeRegionSetDraw, HasEveryRegionDrawItsEdgePoints) {
     const Edgelets first{edgelet(1, 2, 3), edgelet(4, 5, 6)};
     const Edgelets second{edgelet(7, 8, 9)};
     const EdgeRegionCPtr twice = shared(first);
-    const EdgeRegionSet set(EdgeRegionSet::Regions{twice, shared(second), shared({}), twice});
+    const RegionSetT set(RegionSetT::Regions{twice, shared(second), shared({}), twice});
     const Calls expected = segmentsOf({first[0], first[1], second[0], first[0], first[1]});
     EXPECT_EQ(ownCalls(set), expected);
     EXPECT_EQ(ownCalls(static_cast<const gmRegionSet&>(set)), expected);
-    EXPECT_EQ(ownCalls(EdgeRegionSet(set)), expected);
+    EXPECT_EQ(ownCalls(RegionSetT(set)), expected);
     EXPECT_EQ(ownCalls(gmRegionSet(set.regions())), expected);
-    EXPECT_THAT(ownCalls(EdgeRegionSet()), IsEmpty());
+    EXPECT_THAT(ownCalls(RegionSetT()), IsEmpty());
 }
 
 TEST(EdgeRegionSetDraw, LeavesPlainRegionsOut) {
@@ -319,7 +320,7 @@ TEST(EdgeRegionSetDraw, LeavesPlainRegionsOut) {
 
 TEST(EdgeRegionSetDraw, StopsAtAnEmptyHandleWhenItsTurnComes) {
     const Edgelets data{edgelet(1, 2, 3), edgelet(4, 5, 6)};
-    const EdgeRegionSet set(EdgeRegionSet::Regions{shared(data), nullptr, shared(data)});
+    const RegionSetT set(RegionSetT::Regions{shared(data), nullptr, shared(data)});
     RecordingTablet tablet;
     EXPECT_THROW(set.draw(tablet, orange, layer), gmBadPointer);
     EXPECT_EQ(tablet.calls, segmentsOf(data));
@@ -327,14 +328,14 @@ TEST(EdgeRegionSetDraw, StopsAtAnEmptyHandleWhenItsTurnComes) {
 
 TEST(EdgeRegionSetDraw, DrawsThePlainListWhereTheTwoListsDiffer) {
     const Edgelets data{edgelet(1, 2, 3), edgelet(4, 5, 6)};
-    EdgeRegionSet set(EdgeRegionSet::Regions{shared(data)});
+    RegionSetT set(RegionSetT::Regions{shared(data)});
     EXPECT_THROW(set.add(shared({data[1]})), gmBadPointer);
     EXPECT_EQ(ownCalls(set), segmentsOf({data[0], data[1], data[1]}));
 }
 
 TEST(EdgeRegionSetDraw, LetsTheErrorOfAFullTabletPass) {
     const Edgelets data = fourEdgelets();
-    const EdgeRegionSet set(EdgeRegionSet::Regions{shared({data[0], data[1]}), shared({data[2], data[3]})});
+    const RegionSetT set(RegionSetT::Regions{shared({data[0], data[1]}), shared({data[2], data[3]})});
     const Calls whole = segmentsOf(data);
     for (std::size_t room = 0; room < whole.size(); ++room) {
         SmallTablet tablet(room);
@@ -348,12 +349,12 @@ TEST(EdgeRegionSetDraw, KeepsTheRegionThatIsDrawnAlive) {
     const Edgelets data = fourEdgelets();
     for (std::size_t when = 0; when < 2; ++when) {
         EdgeRegionCPtr outside = shared({data[0], data[1]});
-        EdgeRegionSet set(EdgeRegionSet::Regions{outside, shared({data[2], data[3]})});
+        RegionSetT set(RegionSetT::Regions{outside, shared({data[2], data[3]})});
         ActingTablet tablet([&](std::size_t call) {
             if (call != when)
                 return;
             outside = nullptr;
-            set = EdgeRegionSet();
+            set = RegionSetT();
         });
         set.draw(tablet, orange, layer);
         EXPECT_EQ(tablet.calls, segmentsOf({data[0], data[1]})) << "and no second region";

@@ -13,13 +13,14 @@
 
 using support::contentOf;
 using support::ContourT;
-using support::Description;
 using support::edgeContour;
 using support::edgelets;
+using support::expectSame;
 using support::header;
 using support::hex;
 using support::HookWatcher;
 using support::load;
+using support::loaded;
 using support::loadFrom;
 using support::points;
 using support::refusedCuts;
@@ -29,6 +30,7 @@ using support::scaling;
 using support::stored;
 using support::transfer;
 using support::WatchedXform;
+using support::withoutBlankAtEnd;
 using support::XformHandle;
 using testing::ElementsAre;
 
@@ -56,23 +58,6 @@ ContourT oneEdgePoint() {
     ContourT contour({{{2, -4}, 0xbeef, gmAngle8(0xab)}}, scaling(2));
     contour.label(7);
     return contour;
-}
-
-std::string withoutBlankAtEnd(const std::string& content) {
-    return content.substr(0, content.size() - 1);
-}
-
-/// Shapes have no equality that sees everything.
-template <class T>
-void expectSame(const T& actual, const T& expected) {
-    EXPECT_EQ(Description::of(actual), Description::of(expected));
-}
-
-template <class T>
-T loaded(const std::string& content) {
-    T target;
-    load(content, target);
-    return target;
 }
 
 TEST(ContourTArchive, ReproducesTheBytesOfItsCurrentVersion) {

@@ -13,13 +13,14 @@
 
 using support::contentOf;
 using support::ContourT;
-using support::Description;
 using support::edgelets;
 using support::edgePlate;
+using support::expectSame;
 using support::header;
 using support::hex;
 using support::Holes;
 using support::load;
+using support::loaded;
 using support::loadFrom;
 using support::plain;
 using support::points;
@@ -32,6 +33,7 @@ using support::scaling;
 using support::sharedT;
 using support::stored;
 using support::transfer;
+using support::withoutBlankAtEnd;
 using testing::IsEmpty;
 
 namespace {
@@ -46,23 +48,6 @@ const std::string noHandle = "00 00 00 00 ";
 
 ContourT oneEdgePoint() {
     return ContourT({{{2, -4}, 0xbeef, gmAngle8(0xab)}}, scaling(2));
-}
-
-std::string withoutBlankAtEnd(const std::string& content) {
-    return content.substr(0, content.size() - 1);
-}
-
-/// Shapes have no equality that sees everything.
-template <class T>
-void expectSame(const T& actual, const T& expected) {
-    EXPECT_EQ(Description::of(actual), Description::of(expected));
-}
-
-template <class T>
-T loaded(const std::string& content) {
-    T target;
-    load(content, target);
-    return target;
 }
 
 // ----- Region

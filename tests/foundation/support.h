@@ -30,17 +30,6 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double pi = 3.14159265358979323846;
 
-/// A source of bytes that cannot be measured, like a pipe.
-class Pipe : public std::streambuf {
-  public:
-    explicit Pipe(std::string bytes) : bytes_(std::move(bytes)) {
-        setg(bytes_.data(), bytes_.data(), bytes_.data() + bytes_.size());
-    }
-
-  private:
-    std::string bytes_;
-};
-
 /// A sink that takes `room` bytes and no more, like a full disk.
 class FullDisk : public std::streambuf {
   public:

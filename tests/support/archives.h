@@ -2,7 +2,9 @@
 #pragma once
 
 #include <sstream>
+#include <streambuf>
 #include <string>
+#include <utility>
 
 #include "foundation/object/archive.h"
 #include "foundation/object/exception.h"
@@ -42,6 +44,17 @@ void transfer(T& value, T& target) {
     loadFrom(stored([&](gmArchive& archive) { archive || value; }), [&](gmArchive& archive) { archive || target; });
 }
 
+/// A source of bytes that cannot be measured, like a pipe.
+class Pipe : public std::streambuf {
+  public:
+    explicit Pipe(std::string bytes) : bytes_(std::move(bytes)) {
+        setg(bytes_.data(), bytes_.data(), bytes_.data() + bytes_.size());
+    }
+
+  private:
+    std::string bytes_;
+};
+
 /// Two digits a byte, a blank between bytes.
 inline std::string hex(const std::string& bytes) {
     std::string text;
@@ -67,6 +80,19 @@ inline std::string unhex(const std::string& text) {
 template <class T>
 void load(const std::string& content, T& target) {
     loadFrom(header + unhex(content), [&](gmArchive& archive) { archive || target; });
+}
+
+/// A new T with what the content holds.
+template <class T>
+T loaded(const std::string& content) {
+    T target;
+    load(content, target);
+    return target;
+}
+
+/// For contents that are put together from pieces with a blank behind each.
+inline std::string withoutBlankAtEnd(const std::string& content) {
+    return content.substr(0, content.size() - 1);
 }
 
 /// Where loading the content into a new T refuses a version: "file:line".

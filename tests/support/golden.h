@@ -1,6 +1,8 @@
 // Archives that are kept as files, and everything that an archived object holds, as text.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -196,5 +198,11 @@ class Description {
     std::ostringstream out_;
     std::map<const void*, std::size_t> seen_;
 };
+
+/// Shapes have no equality that sees everything.
+template <class T>
+void expectSame(const T& actual, const T& expected) {
+    EXPECT_EQ(Description::of(actual), Description::of(expected));
+}
 
 }  // namespace support

@@ -77,7 +77,7 @@ TEST(ArchivePass, OfManyPointersOneAfterTheOtherRefersToEach) {
     std::ostringstream out;
     gmArchive archive(out);
     std::vector<NodeHandle> nodes;
-    for (int i = 0; i < 30000; ++i) {  // minutes, if each pass looked at all before it
+    for (int i = 0; i < 30000; ++i) {
         nodes.emplace_back(new Node(i));
         archive || nodes.back();
     }
@@ -149,6 +149,20 @@ TEST(ArchiveDevice, ThatThrowsWhileReadingIsAnErrorAndEndsTheArchive) {
     EXPECT_THROW(archive || value, gmArchive::Errors);
     EXPECT_THROW(archive || value, gmArchive::Errors);
     EXPECT_EQ(value, 1u);
+}
+
+TEST(ArchiveDevice, ThatThrowsWhenItIsMeasuredIsReadWithoutMeasuring) {
+    struct Unseekable : std::stringbuf {
+        using std::stringbuf::stringbuf;
+        pos_type seekoff(off_type, std::ios_base::seekdir, std::ios_base::openmode) override {
+            throw std::ios_base::failure("no");
+        }
+    } buffer(header + std::string(4, '\1'));
+    std::istream in(&buffer);
+    gmArchive archive(in);
+    unsigned long value = 0;
+    EXPECT_NO_THROW(archive || value);
+    EXPECT_EQ(value, 0x01010101u);
 }
 
 TEST(ArchiveDevice, ThatIsADirectoryIsAnError) {
