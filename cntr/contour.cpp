@@ -45,14 +45,10 @@ gmVector<2> computeMeanPosition(const std::vector<gmVector<2>>& points, bool clo
 
 void computeEdges(const std::vector<gmVector<2>>& points, bool closed, detail::Edges& edges) {
     edges.lineSegs.clear();
-    edges.lines.clear();
-    edges.rects.clear();
     edges.valid.clear();
     detail::forEachEdge(points, closed, [&](const gmVector<2>& from, const gmVector<2>& to) {
         const bool valid = !gfRealEq(from, to, detail::sameValue);
         edges.lineSegs.push_back(valid ? gmLineSeg(from, to) : gmLineSeg());
-        edges.lines.push_back(valid ? edges.lineSegs.back().line() : gmLine());
-        edges.rects.push_back(valid ? gmRect(from, {}).enclose(gmRect(to, {})) : gmRect());
         edges.valid.push_back(valid);
     });
 }
@@ -166,6 +162,18 @@ void gmContour::map(const gmXform<2>& xform, gmContour& out) const {
 
 const detail::Edges& gmContour::edges() const {
     return caches_.edges.get([&](detail::Edges& edges) { computeEdges(points_, isClosed(), edges); });
+}
+
+const detail::EdgeTree* gmContour::treeForOne() const {
+    return caches_.edgeIndex.forOne(points_, isClosed());
+}
+
+const detail::EdgeTree* gmContour::treeForMany() const {
+    return caches_.edgeIndex.forMany(points_, isClosed());
+}
+
+std::size_t gmContour::edgeCount() const {
+    return isClosed() || points_.empty() ? points_.size() : points_.size() - 1;
 }
 
 const std::vector<gmLineSeg>& gmContour::lineSegs() const {

@@ -19,6 +19,10 @@
 #include "foundation/shapes/polygon.h"
 #include "foundation/shapes/rect.h"
 
+namespace detail {
+struct Crossed;
+}
+
 /// An ordered list of vertices in the plane, open (a polyline) or closed (the last vertex joins the first), with a
 /// label.
 ///
@@ -254,7 +258,17 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     virtual void cleanCacheInfo();
 
   private:
+    friend class gmRegion;  // it searches its outline
+
     const detail::Edges& edges() const;
+    std::size_t edgeCount() const;
+    /// What searches the edges for one question, and for many; null where looking at each is better.
+    const detail::EdgeTree* treeForOne() const;
+    const detail::EdgeTree* treeForMany() const;
+    detail::Crossed crossed(const detail::EdgeTree* tree) const;
+    bool isSearchable() const;
+    gmRect computeBox(const gmXform<2>& xform) const;
+    long computeExtremalVertex(const gmRadian& angle) const;
     void checkHasVertex() const;
 
     std::uint32_t label_ = 0;

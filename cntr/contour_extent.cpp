@@ -4,6 +4,8 @@
 
 #include "cntr/contour.h"
 #include "cntr/detail/cachedshape.h"
+#include "cntr/detail/extreme.h"
+#include "cntr/detail/farthestpair.h"
 #include "cntr/detail/tolerances.h"
 #include "cntr/inertia.h"
 #include "cntr/region.h"
@@ -12,70 +14,80 @@
 
 namespace {
 
-gmRect boundingBox(const std::vector<gmVector<2>>& points, const gmXform<2>& xform) {
-    const bool mapped = !gfRealEq(xform, gmXform<2>::I, detail::sameValue);
+/// Vertex by vertex: what is not a number takes no part.
+gmRect boxOfEach(const std::vector<gmVector<2>>& points, const gmXform<2>& xform, bool isIdentity) {
     gmRect box;
     for (const gmVector<2>& point : points)
-        box.extend(mapped ? xform * point : point);
+        box.extend(isIdentity ? point : xform * point);
     return box;
 }
 
-/// Every pair once: the other order measures the same distance, later.
-gmCircle circleOnFarthestPair(const std::vector<gmVector<2>>& points) {
-    double best = 0.0;
-    gmCircle circle;
-    for (std::size_t i = 0; i < points.size(); ++i)
-        for (std::size_t j = i + 1; j < points.size(); ++j) {
-            const double distance = points[i].distance(points[j]);
-            if (distance > best) {
-                best = distance;
-                circle = gmCircle(0.5 * (points[i] + points[j]), 0.5 * distance);
-            }
-        }
-    return circle;
+/// Whether what the transform maps tame coordinates to is finite.
+bool isTame(const gmXform<2>& xform) {
+    const auto& values = xform.values();
+    return std::all_of(values.begin(), values.end(), [](double value) { return std::fabs(value) < 1e150; });
 }
 
-gmCircle circleAroundFirst(const std::vector<gmVector<2>>& points) {
-    double radius = 0.0;
-    for (const gmVector<2>& point : points)
-        radius = std::max(radius, points.front().distance(point));
-    return gmCircle(points.front(), radius);
+/// The box of the mapped vertices, from the four that lie farthest along the mapped axes.
+gmRect boxOfExtremes(const gmXform<2>& xform, const detail::EdgeTree* tree, const detail::Runs& runs) {
+    const auto farthest = [&](double sign, std::size_t x, std::size_t translation) {
+        const auto& values = xform.values();
+        detail::Extreme question(sign * values[x], sign * values[x + 1], sign * values[translation]);
+        askLeastFirst(tree, runs, question);
+        return sign * question.value();
+    };
+    gmRect box;
+    box.extend({farthest(-1.0, 2, 0), farthest(-1.0, 4, 1)});
+    box.extend({farthest(1.0, 2, 0), farthest(1.0, 4, 1)});
+    return box;
 }
 
-template <class Score>
-long bestVertex(const std::vector<gmVector<2>>& points, Score score) {
+/// The direction that a vertex is scored along. Along an axis the coordinate is compared as it is: the product with a
+/// cosine of 6e-17 would blur it.
+gmVector<2> scoredDirection(const gmRadian& angle) {
+    const gmVector<2> direction(1.0, angle);
+    for (const gmVector<2>& axis :
+         {gmVector<2>(1.0, 0.0), gmVector<2>(-1.0, 0.0), gmVector<2>(0.0, 1.0), gmVector<2>(0.0, -1.0)})
+        if (gfRealEq(direction, axis, detail::sameValue))
+            return axis;
+    return direction;
+}
+
+/// Vertex by vertex: what is not a number takes no part.
+long extremalOfEach(const std::vector<gmVector<2>>& points, const gmVector<2>& direction) {
     double best = std::numeric_limits<double>::lowest();
     long index = -1;
     for (std::size_t i = 0; i < points.size(); ++i) {
-        const double value = score(points[i]);
-        if (value > best) {
-            best = value;
+        // The other coordinate of an axis may be infinite, and its product with 0 no number.
+        const double score = direction.x() == 0.0   ? direction.y() * points[i].y()
+                             : direction.y() == 0.0 ? direction.x() * points[i].x()
+                                                    : direction.dot(points[i]);
+        if (score > best) {
+            best = score;
             index = static_cast<long>(i);
         }
     }
     return index;
 }
 
-long extremalVertex(const std::vector<gmVector<2>>& points, const gmRadian& angle) {
-    const gmVector<2> direction(1.0, angle);
-    const auto along = [&](double x, double y) { return gfRealEq(direction, {x, y}, detail::sameValue); };
-    // Along an axis the coordinate is compared as it is: the product with a cosine of 6e-17 would blur it.
-    if (along(1.0, 0.0))
-        return bestVertex(points, [](const gmVector<2>& v) { return v.x(); });
-    if (along(-1.0, 0.0))
-        return bestVertex(points, [](const gmVector<2>& v) { return -v.x(); });
-    if (along(0.0, 1.0))
-        return bestVertex(points, [](const gmVector<2>& v) { return v.y(); });
-    if (along(0.0, -1.0))
-        return bestVertex(points, [](const gmVector<2>& v) { return -v.y(); });
-    return bestVertex(points, [&](const gmVector<2>& v) { return direction.dot(v); });
-}
-
 }  // namespace
+
+gmRect gmContour::computeBox(const gmXform<2>& xform) const {
+    const bool isIdentity = gfRealEq(xform, gmXform<2>::I, detail::sameValue);
+    const detail::Extent& extent = caches_.edgeIndex.extent(points_);
+    if (!extent.isTame || !isTame(xform))
+        return boxOfEach(points_, xform, isIdentity);
+    if (!isIdentity)
+        return boxOfExtremes(xform, treeForOne(), detail::Runs(points_, isClosed()));
+    gmRect box;
+    box.extend(extent.low);
+    box.extend(extent.high);
+    return box;
+}
 
 gmRect gmContour::encloseRect(const gmXform<2>& xform) const {
     checkHasVertex();
-    return caches_.encloseRect.get(xform, cachedVectorSize_, [&] { return boundingBox(points_, xform); });
+    return caches_.encloseRect.get(xform, cachedVectorSize_, [&] { return computeBox(xform); });
 }
 
 gmCircle gmContour::encloseCircle(gmContourDefs::DiameterMode mode) const {
@@ -85,7 +97,15 @@ gmCircle gmContour::encloseCircle(gmContourDefs::DiameterMode mode) const {
     if (mode == gmContourDefs::eFromFirstVertex)
         checkHasVertex();
     return caches_.encloseCircle[index].get([&](gmCircle& circle) {
-        circle = mode == gmContourDefs::eMaxVertexPair ? circleOnFarthestPair(points_) : circleAroundFirst(points_);
+        if (mode == gmContourDefs::eFromFirstVertex) {
+            circle = gmCircle(points_.front(), detail::largestDistanceFromFirst(points_));
+            return;
+        }
+        const detail::EdgeTree* const tree = caches_.edgeIndex.forMany(points_, isClosed());
+        const detail::VertexPair pair = detail::farthestPair(points_, isClosed(), tree);
+        const bool isApart = pair.distance > 0.0;
+        circle =
+            isApart ? gmCircle(0.5 * (points_[pair.first] + points_[pair.second]), 0.5 * pair.distance) : gmCircle();
     });
 }
 
@@ -93,13 +113,22 @@ double gmContour::diameter(gmContourDefs::DiameterMode mode) const {
     return 2.0 * encloseCircle(mode).radius();
 }
 
+long gmContour::computeExtremalVertex(const gmRadian& angle) const {
+    const gmVector<2> direction = scoredDirection(angle);
+    if (!std::isfinite(angle.value()) || !caches_.edgeIndex.extent(points_).isTame)
+        return extremalOfEach(points_, direction);
+    detail::Extreme question(direction.x(), direction.y(), 0.0);
+    askLeastFirst(treeForOne(), detail::Runs(points_, isClosed()), question);
+    return static_cast<long>(question.index());
+}
+
 long gmContour::extremalVertexIndex(const gmRadian& angle) const {
     checkHasVertex();
     if (std::isnan(angle.value()))
-        return extremalVertex(points_, angle);
+        return computeExtremalVertex(angle);
     if (const long* known = caches_.extremalVertexIndex.find(angle.value()))
         return *known;
-    const long index = extremalVertex(points_, angle);
+    const long index = computeExtremalVertex(angle);
     caches_.extremalVertexIndex.insert(angle.value(), index, cachedVectorSize_);
     return index;
 }

@@ -1,26 +1,12 @@
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "cntr/contour.h"
 #include "cntr/detail/edges.h"
+#include "cntr/detail/nearest.h"
+#include "cntr/detail/within.h"
 
 namespace {
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-
-std::size_t nearestVertex(const std::vector<gmVector<2>>& points, const gmVector<2>& point) {
-    double best = infinity;
-    std::size_t nearest = 0;
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        const double distance = point.distance(points[i]);
-        if (distance < best) {
-            best = distance;
-            nearest = i;
-        }
-    }
-    return nearest;
-}
 
 /// The point of the segment nearest to `point`, given that it is one of the contour's edges.
 gmVector<2> nearestOnEdge(const gmVector<2>& p1, const gmVector<2>& p2, const gmVector<2>& point) {
@@ -28,21 +14,6 @@ gmVector<2> nearestOnEdge(const gmVector<2>& p1, const gmVector<2>& p2, const gm
     if (t > 0.0 && t < 1.0)
         return gmLineSeg(p1, p2).line().proj(point).position();
     return t >= 1.0 ? p2 : p1;
-}
-
-gmVector<2> nearestPoint(const std::vector<gmVector<2>>& points, bool closed, const gmVector<2>& point) {
-    double best = infinity;
-    const gmVector<2>* from = nullptr;
-    const gmVector<2>* to = nullptr;
-    detail::forEachEdge(points, closed, [&](const gmVector<2>& p1, const gmVector<2>& p2) {
-        const double distance = gfDistToSeg(p1, p2, point);
-        if (distance < best) {
-            best = distance;
-            from = &p1;
-            to = &p2;
-        }
-    });
-    return from ? nearestOnEdge(*from, *to, point) : gmVector<2>();
 }
 
 double computeMedianFeatureSize(const std::vector<gmVector<2>>& points, bool closed) {
@@ -61,13 +32,22 @@ double computeMedianFeatureSize(const std::vector<gmVector<2>>& points, bool clo
 }  // namespace
 
 gmVector<2> gmContour::closestPoint(const gmVector<2>& point, bool vertexOnly) const {
+    if (vertexOnly)
+        return points_[static_cast<std::size_t>(closestVertexIndex(point))];
     checkHasVertex();
-    return vertexOnly ? points_[nearestVertex(points_, point)] : nearestPoint(points_, isClosed(), point);
+    detail::NearestEdge question(point);
+    askLeastFirst(treeForOne(), detail::Runs(points_, isClosed()), question);
+    if (!question.isFound())
+        return gmVector<2>();
+    const auto [from, to] = detail::edgeEnds(points_.size(), isClosed(), question.index());
+    return nearestOnEdge(points_[from], points_[to], point);
 }
 
 long gmContour::closestVertexIndex(const gmVector<2>& point) const {
     checkHasVertex();
-    return static_cast<long>(nearestVertex(points_, point));
+    detail::NearestVertex question(point);
+    askLeastFirst(treeForOne(), detail::Runs(points_, isClosed()), question);
+    return static_cast<long>(question.index());
 }
 
 double gmContour::distToPoint(const gmVector<2>& point, bool vertexOnly) const {
@@ -76,18 +56,7 @@ double gmContour::distToPoint(const gmVector<2>& point, bool vertexOnly) const {
 
 std::vector<int> gmContour::vertexIndex(const gmVector<2>& point, double tolerance) const {
     checkHasVertex();
-    if (!detail::VertexGrid::hasCells(tolerance)) {
-        std::vector<int> found;
-        for (std::size_t i = 0; i < points_.size(); ++i)
-            if (points_[i].distance(point) < tolerance)
-                found.push_back(static_cast<int>(i));
-        return found;
-    }
-    auto& grids = caches_.vertexGrids;
-    auto grid = std::find_if(grids.begin(), grids.end(), [&](const auto& g) { return g.tolerance() == tolerance; });
-    if (grid == grids.end())
-        grid = grids.insert(grids.end(), detail::VertexGrid(points_, tolerance));
-    return grid->near(points_, point);
+    return detail::verticesWithin(tolerance, point, points_, isClosed(), treeForOne());
 }
 
 double gmContour::medianFeatureSize() const {

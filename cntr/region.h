@@ -219,7 +219,10 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     /// How often a ray from `p` crosses the outline; with `bothDirections`, the smaller count of it and the opposite
     /// ray. 1 for a point on a vertex.
     long insideCount(const gmVector<2>& p, bool bothDirections) const;
+    bool isOnVertex(const gmVector<2>& p) const;
     bool insideOutline(const gmVector<2>& p) const;
+    /// inside(p, true) for a point inside the outline.
+    bool insideNested(const gmVector<2>& p) const;
 
     void cleanUp(detail::Cached<RegionCPtr>& cache, bool outerHullOnly, gmRegion& out) const;
     void outerHullRegularize(gmRegion& out, bool outerHullOnly) const;

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "cntr/detail/evenodd.h"
+#include "cntr/detail/nearest.h"
 #include "cntr/detail/tolerances.h"
 #include "cntr/region.h"
 
@@ -8,16 +10,30 @@ namespace {
 
 constexpr double pi = 3.141592653589793;
 
-/// The direction of a ray from a point that sees the vertices under these angles: it keeps off all of them, where
-/// there is room.
-gmVector<2> rayDirection(std::vector<double>& angles) {
-    std::sort(angles.begin(), angles.end());
+/// The direction of a ray from p: it keeps off all vertices, where there is room.
+gmVector<2> rayDirection(const std::vector<gmVector<2>>& points, const gmVector<2>& p) {
+    std::vector<double> angles;
+    angles.reserve(points.size());
+    for (const gmVector<2>& vertex : points)
+        angles.push_back((vertex - p).angle().norm().value());
+    // The first gap that is wide enough mostly comes early: they are sorted only as far as it takes.
     const double wideEnough = pi / static_cast<double>(angles.size());
-    for (std::size_t i = 0; i < angles.size(); ++i) {
-        const double next = i + 1 < angles.size() ? angles[i + 1] : angles.front();
-        const double gap = gmRadian(next - angles[i]).norm().value();
-        if (gap > wideEnough)
-            return gmVector<2>(1.0, gmRadian(angles[i] + 0.5 * gap));
+    constexpr std::size_t few = 32;
+    for (std::size_t sorted = 0; sorted < angles.size();) {
+        const std::size_t until = std::min(angles.size(), std::max(few, 8 * sorted));
+        const auto at = [&](std::size_t i) { return angles.begin() + static_cast<std::ptrdiff_t>(i); };
+        if (until < angles.size())
+            std::nth_element(at(sorted), at(until), angles.end());
+        std::sort(at(sorted), at(until));
+        for (std::size_t i = sorted > 0 ? sorted - 1 : 0; i < until; ++i) {
+            if (i + 1 == until && until < angles.size())
+                break;
+            const double next = i + 1 < angles.size() ? angles[i + 1] : angles.front();
+            const double gap = gmRadian(next - angles[i]).norm().value();
+            if (gap > wideEnough)
+                return gmVector<2>(1.0, gmRadian(angles[i] + 0.5 * gap));
+        }
+        sorted = until;
     }
     return {1.0, 0.0};
 }
@@ -27,15 +43,9 @@ gmVector<2> rayDirection(std::vector<double>& angles) {
 long gmRegion::insideCount(const gmVector<2>& p, bool bothDirections) const {
     if (!encloseRect(gmXform<2>::I).within(p))
         return 0;
-    std::vector<double> angles;
-    angles.reserve(points().size());
-    for (const gmVector<2>& vertex : points()) {
-        const gmVector<2> d = vertex - p;
-        if (!(d.len() > detail::touching))  // so for a vertex with a NaN as well: no angle is one
-            return 1;
-        angles.push_back(d.angle().norm().value());
-    }
-    const gmVector<2> ray = rayDirection(angles) * (2.0 * encloseCircle(gmContourDefs::eFromFirstVertex).radius());
+    if (isOnVertex(p))
+        return 1;
+    const gmVector<2> ray = rayDirection(points(), p) * (2.0 * encloseCircle(gmContourDefs::eFromFirstVertex).radius());
     const auto crossings = [&](const gmVector<2>& end) {
         return static_cast<long>(intersections(gmLineSeg(p, end), false, false).size());
     };
@@ -43,18 +53,39 @@ long gmRegion::insideCount(const gmVector<2>& p, bool bothDirections) const {
     return bothDirections ? std::min(count, crossings(p - ray)) : count;
 }
 
+/// A vertex with a NaN is everywhere: no angle is one.
+bool gmRegion::isOnVertex(const gmVector<2>& p) const {
+    if (!gmContour::caches_.edgeIndex.extent(points()).isTame)
+        return std::any_of(points().begin(), points().end(),
+                           [&](const gmVector<2>& v) { return !((v - p).len() > detail::touching); });
+    detail::NearestVertex question(p);
+    askLeastFirst(treeForOne(), detail::Runs(points(), true), question);
+    return question.distance() <= detail::touching;
+}
+
 bool gmRegion::insideOutline(const gmVector<2>& p) const {
+    if (!encloseRect(gmXform<2>::I).within(p))
+        return false;
+    const double radius = encloseCircle(gmContourDefs::eFromFirstVertex).radius();
+    const detail::Extent& extent = gmContour::caches_.edgeIndex.extent(points());
+    if (const auto inside = detail::isInsideEvenOdd(p, points(), radius, extent, treeForOne()))
+        return *inside;
     return insideCount(p, false) % 2 == 1;
+}
+
+bool gmRegion::inside(const gmVector<2>& p, bool considerHoles) const {
+    if (!insideOutline(p))
+        return false;
+    if (considerHoles)
+        for (const RegionCPtr& hole : holes_)
+            if (hole->insideOutline(p))
+                return hole->holes_.empty() ? false : insideNested(p);
+    return true;
 }
 
 // What a region says of a point that its outline holds depends on what its holes say, and that on theirs. The walk
 // keeps the regions it has begun in a list of its own, so that nesting costs no stack, and asks each region once.
-bool gmRegion::inside(const gmVector<2>& p, bool considerHoles) const {
-    if (!insideOutline(p))
-        return false;
-    if (!considerHoles || holes_.empty())
-        return true;
-
+bool gmRegion::insideNested(const gmVector<2>& p) const {
     enum class Answer { eOpen, eInside, eOutside };
     struct Begun {
         const gmRegion* region;

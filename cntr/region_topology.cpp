@@ -5,7 +5,7 @@
 
 #include "cntr/detail/cachedshape.h"
 #include "cntr/detail/tolerances.h"
-#include "cntr/detail/vertexgrid.h"
+#include "cntr/detail/within.h"
 #include "cntr/region.h"
 
 namespace {
@@ -77,9 +77,10 @@ struct Touch {
 
 /// The first vertex that another one touches, and the first of these.
 std::optional<Touch> findTouch(const Loop& loop) {
-    const detail::VertexGrid grid(loop, detail::touching);
+    detail::EdgeIndex index;
+    const detail::EdgeTree* const tree = index.forMany(loop, true);
     for (std::size_t k = 0; k < loop.size(); ++k)
-        for (const int other : grid.near(loop, loop[k]))
+        for (const int other : detail::verticesWithin(detail::touching, loop[k], loop, true, tree))
             if (static_cast<std::size_t>(other) != k)
                 return Touch{k, static_cast<std::size_t>(other)};
     return std::nullopt;

@@ -4,25 +4,22 @@
 #include <vector>
 
 #include "cntr/detail/cached.h"
+#include "cntr/detail/edgetree.h"
 #include "cntr/detail/keyedcache.h"
 #include "cntr/detail/rectcache.h"
-#include "cntr/detail/vertexgrid.h"
 #include "cntr/regionptr.h"
 #include "foundation/math/vector.h"
 #include "foundation/shapes/circle.h"
 #include "foundation/shapes/ellipse.h"
-#include "foundation/shapes/line.h"
 #include "foundation/shapes/lineseg.h"
 #include "foundation/shapes/rect.h"
 
 namespace detail {
 
-/// The edges of a contour, one entry an edge in edge order. Entries of a degenerate edge are default values, and stand
-/// for no place in the plane: whoever reads the others asks `valid` first.
+/// The edges of a contour for those who ask for them, one entry an edge in edge order. A degenerate edge has a default
+/// segment, which stands for no place in the plane.
 struct Edges {
     std::vector<gmLineSeg> lineSegs;
-    std::vector<gmLine> lines;
-    std::vector<gmRect> rects;
     std::vector<bool> valid;
 };
 
@@ -35,7 +32,7 @@ struct EllipseFit {
 struct ContourCaches {
     RectCache encloseRect;
     KeyedCache<double, long> extremalVertexIndex;
-    std::vector<VertexGrid> vertexGrids;  // one a tolerance, in the order of their first use
+    EdgeIndex edgeIndex;
     Cached<gmVector<2>> meanPosition;
     Cached<double> length;
     std::array<Cached<gmCircle>, 2> encloseCircle;  // by DiameterMode
@@ -48,7 +45,7 @@ struct ContourCaches {
     void invalidate() {
         encloseRect.clear();
         extremalVertexIndex.clear();
-        vertexGrids.clear();
+        edgeIndex.invalidate();
         meanPosition.invalidate();
         length.invalidate();
         for (auto& circle : encloseCircle)

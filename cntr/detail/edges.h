@@ -26,4 +26,15 @@ void forEachEdge(const std::vector<gmVector<2>>& points, bool closed, Visit visi
     });
 }
 
+/// The two vertices of an edge of that contour.
+struct EdgeEnds {
+    std::size_t from;
+    std::size_t to;
+};
+inline EdgeEnds edgeEnds(std::size_t n, bool closed, std::size_t edge) {
+    if (!closed)
+        return {edge, edge + 1};
+    return {edge > 0 ? edge - 1 : n - 1, edge};
+}
+
 }  // namespace detail

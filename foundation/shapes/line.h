@@ -12,6 +12,24 @@ inline double gfFootParameter(const gmVector<2>& start, const gmVector<2>& direc
     return (v - start).dot(direction) / direction.dot(direction);
 }
 
+/// Whether a vector points anywhere: the square of its length is neither 0 nor infinite.
+inline bool gfHasDirection(const gmVector<2>& v) {
+    const double square = v.dot(v);
+    return square > 0.0 && std::isfinite(square);
+}
+
+/// True when the sine of the angle between the two is at most 1e-12 in magnitude, or either has no direction.
+inline bool gfAreParallel(const gmVector<2>& a, const gmVector<2>& b) {
+    constexpr double parallelSine = 1e-12;
+    return !gfHasDirection(a) || !gfHasDirection(b) || std::fabs(a.cross(b)) <= parallelSine * a.len() * b.len();
+}
+
+/// Where the line through `start` along `direction` meets the other, which is not parallel to it.
+inline gmVector<2> gfMeeting(const gmVector<2>& start, const gmVector<2>& direction, const gmVector<2>& otherStart,
+                             const gmVector<2>& otherDirection) {
+    return start + direction * ((otherStart - start).cross(otherDirection) / direction.cross(otherDirection));
+}
+
 /// An infinite line: a point on it and a direction of any length. Default: through (0, 0), direction (0, 0).
 ///
 /// A line without direction (the square of its length is 0 or not finite) stands for its point: everything projects
@@ -28,7 +46,7 @@ class MOKSTD_API gmLine : public gmShape {
     gmPoint proj(const gmVector<2>& v) const;
 
     /// True when the sine of the angle between the two is at most 1e-12 in magnitude, or either has no direction.
-    bool isParallel(const gmLine& other) const;
+    bool isParallel(const gmLine& other) const { return gfAreParallel(direction_, other.direction_); }
 
     /// The point where this line meets the other, found along this line; absent when they are parallel.
     gmPoint intersect(const gmLine& other) const;
@@ -41,10 +59,7 @@ class MOKSTD_API gmLine : public gmShape {
     }
 
   private:
-    bool hasDirection() const {
-        const double square = direction_.dot(direction_);
-        return square > 0.0 && std::isfinite(square);
-    }
+    bool hasDirection() const { return gfHasDirection(direction_); }
     void archiveContent(gmArchive& archive) override;
 
     gmVector<2> through_;

@@ -10,10 +10,6 @@
 #include "foundation/shapes/polygon.h"
 #include "foundation/shapes/rect.h"
 
-namespace {
-constexpr double parallelSine = 1e-12;
-}
-
 gmShape::~gmShape() = default;
 
 double gmPoint::distToPoint(const gmVector<2>& v) const {
@@ -30,16 +26,10 @@ double gmLine::distToPoint(const gmVector<2>& v) const {
     return (hasDirection() ? toStart + direction_ * gfFootParameter(through_, direction_, v) : toStart).len();
 }
 
-bool gmLine::isParallel(const gmLine& other) const {
-    return !hasDirection() || !other.hasDirection() ||
-           std::fabs(direction_.cross(other.direction_)) <= parallelSine * direction_.len() * other.direction_.len();
-}
-
 gmPoint gmLine::intersect(const gmLine& other) const {
     if (isParallel(other))
         return gmPoint();
-    const double t = (other.through_ - through_).cross(other.direction_) / direction_.cross(other.direction_);
-    return gmPoint(through_ + direction_ * t);
+    return gmPoint(gfMeeting(through_, direction_, other.through_, other.direction_));
 }
 
 bool gmRect::within(const gmVector<2>& v) const {

@@ -11,14 +11,14 @@
 #include "tests/support/testcontour.h"
 
 using support::askFitEllipse;
-using support::RememberedQuery;
+using support::Query;
 using support::TestContour;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
 
-class RememberedAnswer : public testing::TestWithParam<RememberedQuery> {
+class RememberedAnswer : public testing::TestWithParam<Query> {
   protected:
     RememberedAnswer() {
         old_ = ask(contour_);
@@ -60,7 +60,7 @@ TEST_P(RememberedAnswer, SurvivesARefusal) {
 }
 
 TEST_P(RememberedAnswer, SurvivesEveryOtherQuery) {
-    for (const RememberedQuery& query : support::rememberedQueries())
+    for (const Query& query : support::rememberedQueries())
         query.ask(contour_);
     EXPECT_EQ(ask(contour_), old_);
 }
@@ -125,17 +125,6 @@ TEST_P(RememberedAnswer, IsNotMapped) {
     EXPECT_EQ(ask(target), new_);
     contour_.map(gmXform<2>::I, contour_);
     EXPECT_EQ(ask(contour_), new_);
-}
-
-TEST(ContourVertexIndex, RemembersOneGridATolerance) {
-    TestContour contour(support::points("0 0, 9 9"), true);
-    EXPECT_THAT(contour.vertexIndex({5, 5}, 0.5), IsEmpty());
-    EXPECT_THAT(contour.vertexIndex({5, 5}, 0.75), IsEmpty());
-    contour.moveSecretly(1, {5, 5});
-    EXPECT_THAT(contour.vertexIndex({5, 5}, 0.5), IsEmpty()) << "one grid for 0.5 and 0.5";
-    EXPECT_THAT(contour.vertexIndex({5, 5}, 0.5000001), ElementsAre(1)) << "another for 0.5000001";
-    EXPECT_THAT(contour.vertexIndex({5, 5}, 0.75), IsEmpty()) << "both are kept";
-    EXPECT_THAT(contour.vertexIndex({5, 5}, 0.5), IsEmpty()) << "both are kept";
 }
 
 TEST(ContourFitEllipse, RemembersThatNothingWasDetermined) {

@@ -12,7 +12,7 @@
 
 using support::allocationsOf;
 using support::interruptedAt;
-using support::RememberedQuery;
+using support::Query;
 using support::TestContour;
 
 namespace {
@@ -21,9 +21,9 @@ TestContour square() {
     return TestContour(support::points("0 0, 4 0, 4 4, 0 4"), true);
 }
 
-class InterruptedQuery : public testing::TestWithParam<RememberedQuery> {};
+class InterruptedQuery : public testing::TestWithParam<Query> {};
 
-INSTANTIATE_TEST_SUITE_P(Contour, InterruptedQuery, testing::ValuesIn(support::rememberedQueries()),
+INSTANTIATE_TEST_SUITE_P(Contour, InterruptedQuery, testing::ValuesIn(support::allQueries()),
                          [](const auto& instance) { return std::string(instance.param.name); });
 
 TEST_P(InterruptedQuery, AnswersCorrectlyAfterwards) {
@@ -59,7 +59,7 @@ TEST_P(InterruptedQuery, AnswersForTheNewPointsAfterAChange) {
 /// A contour that remembers an answer to everything.
 TestContour asked(const std::string& points) {
     TestContour contour(support::points(points), true, 5);
-    for (const RememberedQuery& query : support::rememberedQueries())
+    for (const Query& query : support::allQueries())
         query.ask(contour);
     return contour;
 }

@@ -9,13 +9,13 @@
 
 namespace support {
 
-/// A query whose answer a contour remembers, as text. Each notices when the square "0 0, 4 0, 4 4, 0 4" has its third
+/// A query, its answer as text. Each notices when the square "0 0, 4 0, 4 4, 0 4" has its third
 /// vertex at (2, -5).
-struct RememberedQuery {
+struct Query {
     const char* name;
     std::string (*ask)(const TestContour&);
 
-    friend void PrintTo(const RememberedQuery& query, std::ostream* out) { *out << query.name; }
+    friend void PrintTo(const Query& query, std::ostream* out) { *out << query.name; }
 };
 
 inline std::string askFitEllipse(const TestContour& contour) {
@@ -25,21 +25,14 @@ inline std::string askFitEllipse(const TestContour& contour) {
     return text(ellipse) + text(residual);
 }
 
-inline std::vector<RememberedQuery> rememberedQueries() {
+/// Those whose answers a contour remembers.
+inline std::vector<Query> rememberedQueries() {
     return {
         {"Length", [](const TestContour& c) { return text(c.length()); }},
         {"MeanPosition", [](const TestContour& c) { return text(c.meanPosition()); }},
         {"LineSegs", [](const TestContour& c) { return text(c.lineSegs()); }},
-        {"Intersections",
-         [](const TestContour& c) {
-             return text(c.intersections(gmLineSeg({-1, 1}, {9, 1.5}), true));
-         }},
         {"IsSelfIntersecting", [](const TestContour& c) { return text(c.isSelfIntersecting()); }},
         {"MedianFeatureSize", [](const TestContour& c) { return text(c.medianFeatureSize()); }},
-        {"VertexIndex",
-         [](const TestContour& c) {
-             return text(c.vertexIndex({2, -5}, 1.0));
-         }},
         {"EncloseRect", [](const TestContour& c) { return text(c.encloseRect(gmXform<2>::I)); }},
         {"EncloseCircleOfTheFarthestPair",
          [](const TestContour& c) { return text(c.encloseCircle(gmContourDefs::eMaxVertexPair)); }},
@@ -50,6 +43,17 @@ inline std::vector<RememberedQuery> rememberedQueries() {
         {"ExtremalVertexIndex", [](const TestContour& c) { return text(c.extremalVertexIndex(gmRadian(0.5))); }},
         {"FitEllipse", askFitEllipse},
     };
+}
+
+/// Those that are searched for each time as well.
+inline std::vector<Query> allQueries() {
+    std::vector<Query> queries = rememberedQueries();
+    queries.push_back({"Intersections", [](const TestContour& c) {
+                           return text(c.intersections(gmLineSeg({-1, 1}, {9, 1.5}), true));
+                       }});
+    queries.push_back({"VertexIndex", [](const TestContour& c) { return text(c.vertexIndex({2, -5}, 1.0)); }});
+    queries.push_back({"ClosestPoint", [](const TestContour& c) { return text(c.closestPoint({2, -5}, false)); }});
+    return queries;
 }
 
 /// A mode by its number, whether there is one or not.

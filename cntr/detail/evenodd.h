@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "cntr/detail/edgetree.h"
+#include "foundation/math/vector.h"
+
+namespace detail {
+
+/// Whether p is inside a closed outline: whether the ray that gmRegion::inside describes crosses it an odd number of
+/// times, where that can be told without the ray, and nothing where it cannot.
+///
+/// Any ray that meets no vertex crosses an outline as many times as any other, but for an even number. So the parity of
+/// one to the right will do, provided that the procedure counts each crossing of its own ray once:
+/// - no edge is so close to p that the procedure would leave it out, or that the side on which p lies would be
+/// rounding's;
+/// - no vertex is so close that the ray, which keeps half of pi / n from the direction to each, could touch it;
+/// - the ray's end, two times `radius` away, is beyond every edge (so it is when p is nearer to the first vertex than
+/// the
+///   vertex that is farthest from it);
+/// - coordinates are small enough for rounding to be well below these tolerances.
+/// Then what is wholly to the right of p is settled by its two ends, and only boxes around p are opened.
+///
+/// `radius` is the largest distance from the first vertex to another.
+std::optional<bool> isInsideEvenOdd(const gmVector<2>& p, const std::vector<gmVector<2>>& points, double radius,
+                                    const Extent& extent, const EdgeTree* tree);
+
+}  // namespace detail
