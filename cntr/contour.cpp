@@ -5,6 +5,7 @@
 
 #include "cntr/detail/cachelimit.h"
 #include "cntr/detail/edges.h"
+#include "cntr/detail/sharedchanges.h"
 #include "cntr/detail/tolerances.h"
 #include "cntr/region.h"
 #include "foundation/math/realeq.h"
@@ -97,6 +98,7 @@ gmContour& gmContour::operator=(const gmContour& other) {
     std::swap(caches_, caches);
     if (isClosed() != other.isClosed())
         caches_.invalidate();
+    noteIfShared();
     return *this;
 }
 
@@ -114,6 +116,7 @@ void gmContour::points(const std::vector<gmVector<2>>& points) {
 void gmContour::setPoints(const std::vector<gmVector<2>>& points) {
     cleanCacheInfo();
     points_ = points;
+    noteIfShared();
 }
 
 void gmContour::isClosed(bool closed) {
@@ -201,6 +204,12 @@ void gmContour::checkHasVertex() const {
 void gmContour::cleanCacheInfo() {
     reportChange();
     caches_.invalidate();
+    noteIfShared();
+}
+
+void gmContour::noteIfShared() const {
+    if (referenceCount() > 0)
+        detail::noteSharedChange();
 }
 
 void gmContour::makeDataConsistentWithPoints() {}

@@ -261,6 +261,10 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     friend class gmRegion;  // it searches its outline
 
     const detail::Edges& edges() const;
+    /// To be called after what a query sees has changed, or what the box of the identity is remembered by.
+    void noteIfShared() const;
+    /// encloseRect for the identity.
+    const gmRect& identityBox() const;
     std::size_t edgeCount() const;
     /// What searches the edges for one question, and for many; null where looking at each is better.
     const detail::EdgeTree* treeForOne() const;

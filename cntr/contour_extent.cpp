@@ -87,7 +87,18 @@ gmRect gmContour::computeBox(const gmXform<2>& xform) const {
 
 gmRect gmContour::encloseRect(const gmXform<2>& xform) const {
     checkHasVertex();
-    return caches_.encloseRect.get(xform, cachedVectorSize_, [&] { return computeBox(xform); });
+    detail::RectCache& cache = caches_.encloseRect;
+    const bool knewIdentity = cache.identity() != nullptr;
+    const gmRect box = cache.get(xform, cachedVectorSize_, [&] { return computeBox(xform); });
+    if (knewIdentity && !cache.identity())
+        noteIfShared();
+    return box;
+}
+
+const gmRect& gmContour::identityBox() const {
+    if (!caches_.encloseRect.identity())
+        encloseRect(gmXform<2>::I);
+    return *caches_.encloseRect.identity();
 }
 
 gmCircle gmContour::encloseCircle(gmContourDefs::DiameterMode mode) const {

@@ -12,7 +12,7 @@ namespace {
 gmVector<2> nearestOnEdge(const gmVector<2>& p1, const gmVector<2>& p2, const gmVector<2>& point) {
     const double t = gfFootParameter(p1, p2 - p1, point);
     if (t > 0.0 && t < 1.0)
-        return gmLineSeg(p1, p2).line().proj(point).position();
+        return gfFoot(p1, p2 - p1, point);
     return t >= 1.0 ? p2 : p1;
 }
 

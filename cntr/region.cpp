@@ -37,6 +37,7 @@ gmRegion& gmRegion::operator=(const gmRegion& other) {
     gmContour::operator=(other);
     std::swap(holes_, holes);
     std::swap(caches_, caches);
+    noteIfShared();
     return *this;
 }
 
@@ -74,6 +75,7 @@ void gmRegion::holes(const std::vector<RegionCPtr>& newHoles) {
     // What is replaced ends last: it may be what keeps the new list alive, or this region.
     std::vector<RegionCPtr> holes = newHoles;
     std::swap(holes_, holes);
+    noteIfShared();
 }
 
 void gmRegion::holes(const std::vector<gmPtrHandle<gmRegion>>& newHoles) {

@@ -219,6 +219,9 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     /// How often a ray from `p` crosses the outline; with `bothDirections`, the smaller count of it and the opposite
     /// ray. 1 for a point on a vertex.
     long insideCount(const gmVector<2>& p, bool bothDirections) const;
+    /// The box of the outline and the holes; not a tame one when it is not everything that queries look at.
+    detail::Extent extentWithHoles() const;
+    bool isInBox(const gmVector<2>& p) const;
     bool isOnVertex(const gmVector<2>& p) const;
     bool insideOutline(const gmVector<2>& p) const;
     /// inside(p, true) for a point inside the outline.

@@ -40,8 +40,13 @@ gmVector<2> rayDirection(const std::vector<gmVector<2>>& points, const gmVector<
 
 }  // namespace
 
+bool gmRegion::isInBox(const gmVector<2>& p) const {
+    checkHasVertex();
+    return identityBox().gmRect::within(p);
+}
+
 long gmRegion::insideCount(const gmVector<2>& p, bool bothDirections) const {
-    if (!encloseRect(gmXform<2>::I).within(p))
+    if (!isInBox(p))
         return 0;
     if (isOnVertex(p))
         return 1;
@@ -51,6 +56,14 @@ long gmRegion::insideCount(const gmVector<2>& p, bool bothDirections) const {
     };
     const long count = crossings(p + ray);
     return bothDirections ? std::min(count, crossings(p - ray)) : count;
+}
+
+detail::Extent gmRegion::extentWithHoles() const {
+    detail::Extent all = gmContour::caches_.edgeIndex.extent(points());
+    for (const RegionCPtr& hole : holes_)
+        all =
+            hole.isNull() ? detail::Extent() : all.enclosing(hole->gmContour::caches_.edgeIndex.extent(hole->points()));
+    return all;
 }
 
 /// A vertex with a NaN is everywhere: no angle is one.
@@ -64,12 +77,14 @@ bool gmRegion::isOnVertex(const gmVector<2>& p) const {
 }
 
 bool gmRegion::insideOutline(const gmVector<2>& p) const {
-    if (!encloseRect(gmXform<2>::I).within(p))
+    if (!isInBox(p))
         return false;
-    const double radius = encloseCircle(gmContourDefs::eFromFirstVertex).radius();
     const detail::Extent& extent = gmContour::caches_.edgeIndex.extent(points());
-    if (const auto inside = detail::isInsideEvenOdd(p, points(), radius, extent, treeForOne()))
-        return *inside;
+    const auto radius = [&] { return encloseCircle(gmContourDefs::eFromFirstVertex).radius(); };
+    if (detail::isClearOfEnd(p, points().front(), extent) ||
+        detail::isClearOfEnd(p, points().front(), extent, radius()))
+        if (const auto inside = detail::isInsideEvenOdd(p, points(), extent, treeForOne()))
+            return *inside;
     return insideCount(p, false) % 2 == 1;
 }
 

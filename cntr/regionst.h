@@ -172,6 +172,11 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
 
   private:
     void applyMode(gmContourDefs::IntersectionMode mode);
+    /// What knows where the regions are, or null where each has to be asked.
+    const detail::RegionIndex* index() const;
+    std::vector<std::size_t> regionsAround(const gmVector<2>& point, const detail::RegionIndex& index) const;
+    /// Has the first `count` regions asked for their box.
+    void askUpTo(std::size_t count) const;
     template <class Value, class Compute>  // for regionst_measures.cpp alone
     Value remembered(detail::Cached<Value>& slot, Compute compute) const;
     void cleanUp(detail::Cached<gmPtrHandle_const<gmRegionSet>>& cache, bool hull, gmRegionSet& out) const;

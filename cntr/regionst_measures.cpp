@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
+#include "cntr/detail/runs.h"
 #include "cntr/detail/tolerances.h"
 #include "cntr/inertia.h"
 #include "cntr/regionst.h"
@@ -51,23 +53,107 @@ gmMatrix<2> gmRegionSet::inertiaMatrix(bool considerHoles) const {
     });
 }
 
+namespace {
+
+/// The regions whose box holds a point: a question to the tree of a set.
+struct Holding {
+    gmVector<2> point;
+
+    unsigned opens(const detail::Boxes& boxes) const { return (squaresTo(boxes, point) <= 0.0).bits(); }
+};
+
+/// The least distance of a region: a question to the tree of a set.
+struct LeastDistance {
+    gmVector<2> point;
+    double rounding;  // by which a region may come out nearer than its box
+    double best;
+    double limit_ = detail::unlimited;
+
+    detail::Eight bounds(const detail::Boxes& boxes) const { return squaresTo(boxes, point); }
+    double limit() const { return limit_; }
+    void consider(double distance) {
+        if (best > distance) {
+            best = distance;
+            limit_ = std::min(detail::sameRoot(distance + rounding), detail::unlimited);
+        }
+    }
+};
+
+bool isFinite(const gmVector<2>& v) {
+    return std::isfinite(v.x()) && std::isfinite(v.y());
+}
+
+}  // namespace
+
+const detail::RegionIndex* gmRegionSet::index() const {
+    detail::RegionIndex& index = caches_.regionIndex;
+    if (index.isWanted(regions_.size())) {
+        std::vector<detail::Extent> boxes;
+        boxes.reserve(regions_.size());
+        for (const RegionCPtr& region : regions_)
+            boxes.push_back(region.isNull() ? detail::Extent() : region->extentWithHoles());
+        index.build(boxes);
+    }
+    return index.isBuilt() ? &index : nullptr;
+}
+
+void gmRegionSet::askUpTo(std::size_t count) const {
+    for (std::size_t& asked = caches_.regionIndex.asked; asked < count; ++asked)
+        regions_[asked]->encloseRect(gmXform<2>::I);
+}
+
+std::vector<std::size_t> gmRegionSet::regionsAround(const gmVector<2>& point, const detail::RegionIndex& index) const {
+    std::vector<std::size_t> found;
+    const auto take = [&](std::size_t box) { found.push_back(index.region(box)); };
+    walkInOrder(index.tree(), index.tree().levels() - 1, 0, Holding{point}, take);
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
 bool gmRegionSet::inside(const gmVector<2>& point, bool considerHoles) const {
-    for (const RegionCPtr& region : regions_)
-        if (region->inside(point, considerHoles))
+    const detail::RegionIndex* const index = this->index();
+    if (!index || !isFinite(point))
+        return std::any_of(regions_.begin(), regions_.end(),
+                           [&](const RegionCPtr& region) { return region->inside(point, considerHoles); });
+    for (const std::size_t i : regionsAround(point, *index)) {
+        askUpTo(i + 1);
+        if (regions_[i]->inside(point, considerHoles))
             return true;
+    }
+    askUpTo(regions_.size());
     return false;
 }
 
 double gmRegionSet::distToPoint(const gmVector<2>& point, bool vertexOnly, bool considerHoles,
                                 bool insideIsZero) const {
     checkEmptyRegionSet();
-    double best = std::numeric_limits<double>::infinity();
-    for (const RegionCPtr& region : regions_) {
-        const double distance = region->distToPoint(point, vertexOnly, considerHoles, insideIsZero);
-        if (best > distance)
-            best = distance;
+    const detail::RegionIndex* const index = this->index();
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    if (!index || !isFinite(point) || (insideIsZero && caches_.regionIndex.asked < regions_.size())) {
+        double best = infinity;
+        for (const RegionCPtr& region : regions_) {
+            const double distance = region->distToPoint(point, vertexOnly, considerHoles, insideIsZero);
+            if (best > distance)
+                best = distance;
+        }
+        if (index && insideIsZero)
+            askUpTo(regions_.size());
+        return best;
     }
-    return best;
+    if (insideIsZero) {
+        bool isInside = false;
+        for (const std::size_t i : regionsAround(point, *index))
+            isInside = regions_[i]->inside(point, considerHoles) || isInside;
+        if (isInside)
+            return 0.0;
+    }
+    const double scale = index->largest() + std::fabs(point.x()) + std::fabs(point.y());
+    LeastDistance question{point, 1e-14 * scale, infinity};
+    const auto look = [&](std::size_t box) {
+        question.consider(regions_[index->region(box)]->distToPoint(point, vertexOnly, considerHoles, false));
+    };
+    walkLeastFirst(index->tree(), index->tree().levels() - 1, 0, question, look);
+    return question.best;
 }
 
 gmRect gmRegionSet::encloseRect(const gmXform<2>& xform) const {

@@ -1,36 +1,15 @@
 #include "cntr/detail/edgetree.h"
 
 #include <algorithm>
-#include <limits>
+#include <cmath>
 
 #include "cntr/detail/runs.h"
 
 namespace {
 
 using detail::Boxes;
+using detail::Corners;
 using detail::fanOut;
-using detail::Two;
-
-constexpr double infinity = std::numeric_limits<double>::infinity();
-
-/// The corners of a box that grows, x and y side by side.
-struct Corners {
-    Two low = detail::both(infinity);
-    Two high = detail::both(-infinity);
-
-    void extend(const Two& place) {
-        low = smaller(place, low);
-        high = larger(place, high);
-    }
-    void extend(const Corners& other) {
-        low = smaller(other.low, low);
-        high = larger(other.high, high);
-    }
-};
-
-Two placeOf(const gmVector<2>& v) {
-    return detail::loadTwo(reinterpret_cast<const double*>(&v));
-}
 
 void set(Boxes& boxes, std::size_t lane, const Corners& corners) {
     double corner[2];
@@ -40,13 +19,6 @@ void set(Boxes& boxes, std::size_t lane, const Corners& corners) {
     storeTwo(corners.high, corner);
     boxes.highX[lane] = corner[0];
     boxes.highY[lane] = corner[1];
-}
-
-Corners cornersOf(const detail::Run& run) {
-    Corners corners;
-    for (std::size_t i = 0; i <= fanOut; ++i)
-        corners.extend(placeOf(run.from[i]));
-    return corners;
 }
 
 Corners cornersOf(const Boxes& boxes) {
@@ -63,28 +35,42 @@ std::size_t groupsOf(std::size_t count) {
 
 }  // namespace
 
-void detail::EdgeTree::build(const std::vector<gmVector<2>>& points, bool closed) {
-    Runs runs(points, closed);
+template <class CornersOf>
+void detail::EdgeTree::fill(std::size_t count, CornersOf cornersOfLowest) {
     levelStart_.clear();
     std::size_t total = 0;
-    for (std::size_t groups = groupsOf(runs.count()); groups > 0; groups = groups > 1 ? groupsOf(groups) : 0) {
+    for (std::size_t groups = groupsOf(count); groups > 0; groups = groups > 1 ? groupsOf(groups) : 0) {
         levelStart_.push_back(total);
         total += groups;
     }
     boxes_.resize(total);
-    // The boxes of a level are numbered through: lane i % 8 of group i / 8.
-    const auto fill = [&](std::size_t level, std::size_t count, auto cornersOfBox) {
+    // The boxes of a level are numbered through: box i stands in lane i % 8 of group i / 8.
+    const auto fillLevel = [&](std::size_t level, auto cornersOfBox) {
+        Boxes* const groups = boxes_.data() + levelStart_[level];
         for (std::size_t i = 0; i < count; ++i)
-            set(boxes_[levelStart_[level] + i / fanOut], i % fanOut, cornersOfBox(i));
+            set(groups[i / fanOut], i % fanOut, cornersOfBox(i));
         for (std::size_t i = count; i % fanOut != 0; ++i)
-            set(boxes_[levelStart_[level] + i / fanOut], i % fanOut, Corners());
+            set(groups[i / fanOut], i % fanOut, Corners());
+        count = groupsOf(count);
     };
-    std::size_t count = runs.count();
-    for (std::size_t level = 0; level < levels(); ++level, count = groupsOf(count))
-        if (level == 0)
-            fill(0, count, [&](std::size_t i) { return cornersOf(runs.at(i)); });
-        else
-            fill(level, count, [&](std::size_t i) { return cornersOf(boxes(level - 1, i)); });
+    fillLevel(0, cornersOfLowest);
+    for (std::size_t level = 1; level < levels(); ++level)
+        fillLevel(level, [&](std::size_t i) { return cornersOf(boxes(level - 1, i)); });
+}
+
+void detail::EdgeTree::build(const std::vector<gmVector<2>>& points, bool closed) {
+    Runs runs(points, closed);
+    fill(runs.count(), [&](std::size_t i) { return Corners::of(runs.at(i)); });
+}
+
+void detail::EdgeTree::build(const std::vector<Extent>& boxes) {
+    fill(boxes.size(), [&](std::size_t i) { return Corners{placeOf(boxes[i].low), placeOf(boxes[i].high)}; });
+}
+
+detail::Extent detail::Extent::enclosing(const Extent& other) const {
+    return {{std::min(low.x(), other.low.x()), std::min(low.y(), other.low.y())},
+            {std::max(high.x(), other.high.x()), std::max(high.y(), other.high.y())},
+            isTame && other.isTame};
 }
 
 const detail::Extent& detail::EdgeIndex::extent(const std::vector<gmVector<2>>& points) {
@@ -92,17 +78,30 @@ const detail::Extent& detail::EdgeIndex::extent(const std::vector<gmVector<2>>& 
         return extent_;
     // Differences of such coordinates have finite squares, and sums of those are finite.
     constexpr double tame = 1e150;
-    Corners corners;
-    TwoBools inside = both(0.0) <= both(0.0);
-    for (const gmVector<2>& v : points) {
-        const Two place = placeOf(v);
-        corners.extend(place);
-        inside = inside & (both(-tame) <= place) & (place <= both(tame));
+    // What is not finite makes no number of the sum; four boxes and sums, so that none waits for the one before.
+    Corners corners[4];
+    Two sums[4] = {both(0.0), both(0.0), both(0.0), both(0.0)};
+    const auto add = [&](std::size_t i, std::size_t to) {
+        const Two place = placeOf(points[i]);
+        corners[to].extend(place);
+        sums[to] = sums[to] + (place - place);
+    };
+    std::size_t i = 0;
+    for (; i + 4 <= points.size(); i += 4)
+        for (std::size_t to = 0; to < 4; ++to)
+            add(i + to, to);
+    for (; i < points.size(); ++i)
+        add(i, 0);
+    for (std::size_t from = 1; from < 4; ++from) {
+        corners[0].extend(corners[from]);
+        sums[0] = sums[0] + sums[from];
     }
     double corner[4];
-    storeTwo(corners.low, corner);
-    storeTwo(corners.high, corner + 2);
-    extent_ = {{corner[0], corner[1]}, {corner[2], corner[3]}, !points.empty() && bits(inside) == 3};
+    storeTwo(corners[0].low, corner);
+    storeTwo(corners[0].high, corner + 2);
+    const bool areFinite = bits(sums[0] <= both(0.0)) == 3;
+    const auto isTame = [](double value) { return std::fabs(value) <= tame; };
+    extent_ = {{corner[0], corner[1]}, {corner[2], corner[3]}, areFinite && std::all_of(corner, corner + 4, isTame)};
     hasExtent_ = true;
     return extent_;
 }

@@ -18,6 +18,17 @@ struct alignas(64) Boxes {
     double highY[fanOut];
 };
 
+/// The two corners of what encloses all vertices.
+struct Extent {
+    gmVector<2> low;
+    gmVector<2> high;
+    /// Whether all coordinates are finite, and small enough for squares of differences to be.
+    bool isTame = false;
+
+    /// Tame if both are.
+    Extent enclosing(const Extent& other) const;
+};
+
 /// The one search structure of the library: which edges of a contour may matter to a question, and which cannot.
 ///
 /// **What it is.** Outlines run on: eight consecutive edges lie close together. So each run of eight has a box, each
@@ -45,22 +56,19 @@ class EdgeTree {
   public:
     /// Makes it the tree of these vertices.
     void build(const std::vector<gmVector<2>>& points, bool closed);
+    /// Makes it a tree of boxes of anything, which take the place of those of runs.
+    void build(const std::vector<Extent>& boxes);
 
     std::size_t levels() const { return levelStart_.size(); }
     /// Group `index` of eight boxes. Those of level 0 are the boxes of runs; the last level has one group.
     const Boxes& boxes(std::size_t level, std::size_t index) const { return boxes_[levelStart_[level] + index]; }
 
   private:
+    template <class CornersOf>
+    void fill(std::size_t count, CornersOf cornersOfLowest);
+
     std::vector<Boxes> boxes_;  // level by level, from the runs up
     std::vector<std::size_t> levelStart_;
-};
-
-/// The two corners of what encloses all vertices.
-struct Extent {
-    gmVector<2> low;
-    gmVector<2> high;
-    /// Whether all coordinates are finite, and small enough for squares of differences to be.
-    bool isTame = false;
 };
 
 /// What a contour knows of where its edges are.

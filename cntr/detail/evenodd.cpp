@@ -27,32 +27,60 @@ constexpr double clearOfVertices = 1.05 * detail::touching;
 /// outline.
 class RayToTheRight {
   public:
-    RayToTheRight(const gmVector<2>& p, const std::vector<gmVector<2>>& points) : p_(p), points_(points) {
+    RayToTheRight(const gmVector<2>& p, const std::vector<gmVector<2>>& points)
+        : p_(p), points_(points), runs_(points, true) {
         const double halfStep = 0.5 * pi / static_cast<double>(points.size());
         const double noMoreThanItsSine = halfStep * (1.0 - halfStep * halfStep / 6.0);
         radius_ = clearOfVertices / noMoreThanItsSine + clearOfEdges;
-        square_ = radius_ * radius_;
     }
 
     bool isTooClose() const { return isTooClose_; }
     bool isOdd() const { return isOdd_; }
 
-    void walk(const detail::EdgeTree& tree, std::size_t level, std::size_t index, detail::Runs& runs) {
-        const Boxes& boxes = tree.boxes(level, index);
-        const Eight lowX = Eight::load(boxes.lowX);
-        const unsigned around =
+    void crossAll(const detail::EdgeTree* tree) {
+        if (tree)
+            walk(*tree, tree->levels() - 1, 0);
+        else
+            scan();
+    }
+
+  private:
+    void walk(const detail::EdgeTree& tree, std::size_t level, std::size_t group) {
+        const Boxes& boxes = tree.boxes(level, group);
+        const unsigned begun = (Eight::load(boxes.lowX) <= p_.x() + radius_).bits();
+        const unsigned inReach =
             ((Eight::load(boxes.lowY) <= p_.y() + radius_) & (Eight::load(boxes.highY) >= p_.y() - radius_) &
              (Eight::load(boxes.highX) >= p_.x() - radius_))
                 .bits();
-        const unsigned right = around & (lowX > p_.x() + radius_).bits();
-        for (unsigned rest = right; rest != 0; rest &= rest - 1)
-            settle(level, index * fanOut + detail::lowestBit(rest));
-        for (unsigned open = around & ~right; open != 0 && !isTooClose_; open &= open - 1) {
-            const std::size_t child = index * fanOut + detail::lowestBit(open);
+        for (unsigned right = inReach & ~begun; right != 0; right &= right - 1)
+            settle(level, group * fanOut + detail::lowestBit(right));
+        for (unsigned around = inReach & begun; around != 0 && !isTooClose_; around &= around - 1) {
+            const std::size_t box = group * fanOut + detail::lowestBit(around);
             if (level == 0)
-                look(runs.at(child));
+                look(runs_.at(box));
             else
-                walk(tree, level - 1, child, runs);
+                walk(tree, level - 1, box);
+        }
+    }
+
+    /// The same without a tree: the runs' boxes are made on the way.
+    void scan() {
+        const gmVector<2> margin(radius_, radius_);
+        const detail::Two low = detail::placeOf(p_ - margin);
+        const detail::Two high = detail::placeOf(p_ + margin);
+        for (std::size_t i = 0; i < runs_.count() && !isTooClose_; ++i) {
+            const Run run = runs_.at(i);
+            const auto box = detail::Corners::of(run);
+            const unsigned begun = bits(box.low <= high);
+            const unsigned goesOn = bits(low <= box.high);
+            constexpr unsigned x = 1;
+            constexpr unsigned y = 2;
+            if ((begun & goesOn & y) == 0 || (goesOn & x) == 0)
+                continue;
+            if ((begun & x) != 0)
+                look(run);
+            else
+                settle(0, i);
         }
     }
 
@@ -68,7 +96,7 @@ class RayToTheRight {
         const auto nearLine = span * span <= (1.1 * clearOfEdges) * (1.1 * clearOfEdges) * length;
         const auto nearBox = (smaller(start.x, end.x) <= clearOfEdges) & (larger(start.x, end.x) >= -clearOfEdges) &
                              (smaller(start.y, end.y) <= clearOfEdges) & (larger(start.y, end.y) >= -clearOfEdges);
-        const auto nearVertex = end.x * end.x + end.y * end.y <= square_;
+        const auto nearVertex = end.x * end.x + end.y * end.y <= radius_ * radius_;
         if ((((nearLine & nearBox).bits() | nearVertex.bits()) & run.edges) != 0) {
             isTooClose_ = true;
             return;
@@ -82,7 +110,6 @@ class RayToTheRight {
             isOdd_ = !isOdd_;
     }
 
-  private:
     /// All the edges under the box are to the right: of those that go up and those that go down past p there are as
     /// many, or one more, as the ends of the stretch tell.
     void settle(std::size_t level, std::size_t box) {
@@ -95,31 +122,37 @@ class RayToTheRight {
 
     gmVector<2> p_;
     const std::vector<gmVector<2>>& points_;
-    double radius_;
-    double square_;
+    detail::Runs runs_;
+    double radius_;  // within which no vertex may be
     bool isTooClose_ = false;
     bool isOdd_ = false;
 };
 
 }  // namespace
 
-std::optional<bool> detail::isInsideEvenOdd(const gmVector<2>& p, const std::vector<gmVector<2>>& points, double radius,
+bool detail::isClearOfEnd(const gmVector<2>& p, const gmVector<2>& first, const Extent& extent, double radius) {
+    // Nothing is farther from p than the farthest corner, nor than twice the radius when the first vertex is within it.
+    // The margin covers the tolerance at the ray's end, and rounding.
+    const double reach = radius - 10.0 * touching;
+    const gmVector<2> across(std::max(p.x() - extent.low.x(), extent.high.x() - p.x()),
+                             std::max(p.y() - extent.low.y(), extent.high.y() - p.y()));
+    return p.distance(first) < reach || across.len() < radius + reach;
+}
+
+bool detail::isClearOfEnd(const gmVector<2>& p, const gmVector<2>& first, const Extent& extent) {
+    const double radius = std::max({first.x() - extent.low.x(), extent.high.x() - first.x(), first.y() - extent.low.y(),
+                                    extent.high.y() - first.y()});
+    return isClearOfEnd(p, first, extent, radius);
+}
+
+std::optional<bool> detail::isInsideEvenOdd(const gmVector<2>& p, const std::vector<gmVector<2>>& points,
                                             const Extent& extent, const EdgeTree* tree) {
     const bool areSmall = extent.low.x() > -coordinateLimit && extent.low.y() > -coordinateLimit &&
                           extent.high.x() < coordinateLimit && extent.high.y() < coordinateLimit;
-    // A margin covers the tolerance at the ray's end, and rounding.
-    const bool isAllWithinReach = p.distance(points.front()) < radius - 10.0 * touching;
-    if (!extent.isTame || !areSmall || !isAllWithinReach || points.size() < 3)
+    if (!extent.isTame || !areSmall || points.size() < 3)
         return {};
-    Runs runs(points, true);
     RayToTheRight ray(p, points);
-    if (tree)
-        ray.walk(*tree, tree->levels() - 1, 0, runs);
-    else
-        runs.each([&](const Run& run) {
-            if (!ray.isTooClose())
-                ray.look(run);
-        });
+    ray.crossAll(tree);
     if (ray.isTooClose())
         return {};
     return ray.isOdd();

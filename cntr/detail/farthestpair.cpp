@@ -101,7 +101,7 @@ class Search {
         std::size_t at = 0;
         for (int turn = 0; turn < 4; ++turn) {
             Farthest question(points[at]);
-            walkLeastFirst(tree, tree.levels() - 1, 0, runs_, question);
+            askLeastFirst(&tree, runs_, question);
             const std::size_t end = question.index();
             best_.consider(std::min(at, end), std::max(at, end));
             at = end;

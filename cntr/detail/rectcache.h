@@ -32,14 +32,32 @@ class RectCache {
         if (const gmRect* known = boxes_.find(xform))
             return *known;
         const gmRect box = compute();
-        boxes_.insert(xform, box, limit);
+        const gmXform<2>* const replaced = boxes_.insert(xform, box, limit);
+        if (replaced && isIdentity(*replaced))
+            holdsIdentity_ = false;
+        if (isIdentity(xform)) {
+            holdsIdentity_ = true;
+            identity_ = box;
+        }
         return box;
     }
 
-    void clear() { boxes_.clear(); }
+    /// The box under the identity, or null when it is not kept.
+    const gmRect* identity() const { return holdsIdentity_ ? &identity_ : nullptr; }
+
+    void clear() {
+        boxes_.clear();
+        holdsIdentity_ = false;
+    }
 
   private:
+    static bool isIdentity(const gmXform<2>& xform) {
+        return !XformLess()(xform, gmXform<2>::I) && !XformLess()(gmXform<2>::I, xform);
+    }
+
     KeyedCache<gmXform<2>, gmRect, XformLess> boxes_;
+    bool holdsIdentity_ = false;
+    gmRect identity_;
 };
 
 }  // namespace detail

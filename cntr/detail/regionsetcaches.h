@@ -4,6 +4,7 @@
 
 #include "cntr/detail/cached.h"
 #include "cntr/detail/rectcache.h"
+#include "cntr/detail/regionindex.h"
 #include "foundation/math/matrix.h"
 #include "foundation/math/vector.h"
 #include "foundation/object/handle.h"
@@ -20,6 +21,7 @@ struct RegionSetCaches {
     RectCache encloseRect;
     Cached<gmPtrHandle_const<gmRegionSet>> regularized;
     Cached<gmPtrHandle_const<gmRegionSet>> outerHull;
+    RegionIndex regionIndex;
     // The odd one: known from the moment on that it is first asked for. When that fails part-way, what was found so far
     // stays the answer, and applications have come to count on it.
     bool isSelfIntersectingKnown = false;
@@ -35,6 +37,7 @@ struct RegionSetCaches {
         encloseRect.clear();
         regularized.invalidate();
         outerHull.invalidate();
+        regionIndex.invalidate();
         isSelfIntersectingKnown = false;
     }
 };

@@ -57,6 +57,32 @@ class Runs {
     gmVector<2> patch_[fanOut + 1];
 };
 
+inline Two placeOf(const gmVector<2>& v) {
+    return loadTwo(reinterpret_cast<const double*>(&v));
+}
+
+/// The corners of a box that grows, x and y side by side.
+struct Corners {
+    Two low = both(std::numeric_limits<double>::infinity());
+    Two high = both(-std::numeric_limits<double>::infinity());
+
+    void extend(const Two& place) {
+        low = smaller(place, low);
+        high = larger(place, high);
+    }
+    void extend(const Corners& other) {
+        low = smaller(other.low, low);
+        high = larger(other.high, high);
+    }
+
+    static Corners of(const Run& run) {
+        Corners corners{placeOf(run.from[0]), placeOf(run.from[0])};
+        for (std::size_t i = 1; i <= fanOut; ++i)
+            corners.extend(placeOf(run.from[i]));
+        return corners;
+    }
+};
+
 /// The number of the lowest bit that is set.
 inline unsigned lowestBit(unsigned bits) {
     return static_cast<unsigned>(__builtin_ctz(bits));
@@ -77,23 +103,24 @@ inline Eight squaresTo(const Boxes& boxes, const gmVector<2>& p) {
     return x * x + y * y;
 }
 
-/// Looks, in order, at the runs of the boxes that the question opens: question.opens(boxes) has their bits.
-template <class Question>
-void walkInOrder(const EdgeTree& tree, std::size_t level, std::size_t index, Runs& runs, Question& question) {
-    for (unsigned open = question.opens(tree.boxes(level, index)); open != 0; open &= open - 1) {
-        const std::size_t child = index * fanOut + lowestBit(open);
+/// Calls look(i), in order, for the lowest boxes i of those that the question opens: question.opens(boxes) has their
+/// bits.
+template <class Question, class Look>
+void walkInOrder(const EdgeTree& tree, std::size_t level, std::size_t group, const Question& question, Look& look) {
+    for (unsigned open = question.opens(tree.boxes(level, group)); open != 0; open &= open - 1) {
+        const std::size_t box = group * fanOut + lowestBit(open);
         if (level == 0)
-            question.look(runs.at(child));
+            look(box);
         else
-            walkInOrder(tree, level - 1, child, runs, question);
+            walkInOrder(tree, level - 1, box, question, look);
     }
 }
 
-/// Looks at the runs of the boxes whose bound, of question.bounds(boxes), is at most question.limit(), which falls as
-/// better answers are found; the most promising first.
-template <class Question>
-void walkLeastFirst(const EdgeTree& tree, std::size_t level, std::size_t index, Runs& runs, Question& question) {
-    const Eight bounds = question.bounds(tree.boxes(level, index));
+/// The same for the boxes whose bound, of question.bounds(boxes), is at most question.limit(), which falls as better
+/// answers are found; the most promising first.
+template <class Question, class Look>
+void walkLeastFirst(const EdgeTree& tree, std::size_t level, std::size_t group, const Question& question, Look& look) {
+    const Eight bounds = question.bounds(tree.boxes(level, group));
     double bound[fanOut];
     bounds.store(bound);
     for (unsigned open = (bounds <= question.limit()).bits(); open != 0;) {
@@ -104,26 +131,28 @@ void walkLeastFirst(const EdgeTree& tree, std::size_t level, std::size_t index, 
         if (!(bound[least] <= question.limit()))
             return;
         open &= ~(1U << least);
-        const std::size_t child = index * fanOut + least;
+        const std::size_t box = group * fanOut + least;
         if (level == 0)
-            question.look(runs.at(child));
+            look(box);
         else
-            walkLeastFirst(tree, level - 1, child, runs, question);
+            walkLeastFirst(tree, level - 1, box, question, look);
     }
 }
 
-/// Puts the question to the tree, or to every run where there is none.
+/// Puts the question to the runs that the tree does not rule out, or to every run where there is no tree.
 template <class Question>
 void askInOrder(const EdgeTree* tree, Runs runs, Question& question) {
+    const auto look = [&](std::size_t run) { question.look(runs.at(run)); };
     if (tree)
-        walkInOrder(*tree, tree->levels() - 1, 0, runs, question);
+        walkInOrder(*tree, tree->levels() - 1, 0, question, look);
     else
         runs.each([&](const Run& run) { question.look(run); });
 }
 template <class Question>
 void askLeastFirst(const EdgeTree* tree, Runs runs, Question& question) {
+    const auto look = [&](std::size_t run) { question.look(runs.at(run)); };
     if (tree)
-        walkLeastFirst(*tree, tree->levels() - 1, 0, runs, question);
+        walkLeastFirst(*tree, tree->levels() - 1, 0, question, look);
     else
         runs.each([&](const Run& run) { question.look(run); });
 }

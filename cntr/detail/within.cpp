@@ -23,8 +23,11 @@ class Within {
         const detail::Eight y = places.y - point_.y();
         for (unsigned near = (x * x + y * y <= limit_).bits() & run.vertices; near != 0; near &= near - 1) {
             const unsigned lane = detail::lowestBit(near);
-            if (run.own[lane].distance(point_) < tolerance_)
+            if (run.own[lane].distance(point_) < tolerance_) {
+                if (found_.empty())
+                    found_.reserve(detail::fanOut);
                 found_.push_back(static_cast<int>(run.first + lane));
+            }
         }
     }
 
@@ -44,15 +47,19 @@ constexpr std::int64_t lastCell = std::int64_t{1} << 62;
 /// The number of the cell that a scaled coordinate lies in: rounded, halves away from zero. No vertex that is within a
 /// tolerance of anything has a NaN here.
 std::int64_t cell(double scaled) {
-    const double rounded = std::trunc(scaled >= 0.0 ? scaled + 0.5 : scaled - 0.5);
     const auto last = static_cast<double>(lastCell);
-    return static_cast<std::int64_t>(std::clamp(rounded, -last, last));
+    return static_cast<std::int64_t>(std::clamp(scaled >= 0.0 ? scaled + 0.5 : scaled - 0.5, -last, last));
 }
 
-struct Found {
+struct Cell {
     std::int64_t x;
     std::int64_t y;
-    int index;
+
+    Cell(const gmVector<2>& v, double scale) : x(cell(v.x() * scale)), y(cell(v.y() * scale)) {}
+
+    bool isNextTo(const Cell& other) const {
+        return other.x - 1 <= x && x <= other.x + 1 && other.y - 1 <= y && y <= other.y + 1;
+    }
 };
 
 /// Keeps what lies in the cell of the point or one next to it, and orders it by cell. Rounding can put what is close to
@@ -60,22 +67,15 @@ struct Found {
 void orderByCell(std::vector<int>& found, const std::vector<gmVector<2>>& points, const gmVector<2>& point,
                  double tolerance) {
     const double scale = 1.0 / tolerance;
-    const std::int64_t x = cell(point.x() * scale);
-    const std::int64_t y = cell(point.y() * scale);
-    std::vector<Found> kept;
-    kept.reserve(found.size());
-    for (const int index : found) {
-        const gmVector<2> scaled = points[static_cast<std::size_t>(index)] * scale;
-        const Found entry{cell(scaled.x()), cell(scaled.y()), index};
-        if (x - 1 <= entry.x && entry.x <= x + 1 && y - 1 <= entry.y && entry.y <= y + 1)
-            kept.push_back(entry);
-    }
-    const auto before = [](const Found& a, const Found& b) {
-        return std::tie(a.x, a.y, a.index) < std::tie(b.x, b.y, b.index);
-    };
-    std::sort(kept.begin(), kept.end(), before);
-    found.resize(kept.size());
-    std::transform(kept.begin(), kept.end(), found.begin(), [](const Found& entry) { return entry.index; });
+    const Cell middle(point, scale);
+    const auto cellOf = [&](int index) { return Cell(points[static_cast<std::size_t>(index)], scale); };
+    const auto isApart = [&](int index) { return !cellOf(index).isNextTo(middle); };
+    found.erase(std::remove_if(found.begin(), found.end(), isApart), found.end());
+    std::sort(found.begin(), found.end(), [&](int a, int b) {
+        const Cell first = cellOf(a);
+        const Cell second = cellOf(b);
+        return std::tie(first.x, first.y, a) < std::tie(second.x, second.y, b);
+    });
 }
 
 }  // namespace
@@ -88,7 +88,7 @@ std::vector<int> detail::verticesWithin(double tolerance, const gmVector<2>& poi
     askInOrder(tree, Runs(points, closed), question);
     std::vector<int>& found = question.found();
     const bool hasCells = std::isfinite(tolerance) && std::isfinite(1.0 / tolerance);
-    if (hasCells && !found.empty())
+    if (hasCells)
         orderByCell(found, points, point, tolerance);
     return std::move(found);
 }

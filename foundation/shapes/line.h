@@ -24,6 +24,11 @@ inline bool gfAreParallel(const gmVector<2>& a, const gmVector<2>& b) {
     return !gfHasDirection(a) || !gfHasDirection(b) || std::fabs(a.cross(b)) <= parallelSine * a.len() * b.len();
 }
 
+/// The foot of the perpendicular from v on the line through `start` along `direction`; `start` without a direction.
+inline gmVector<2> gfFoot(const gmVector<2>& start, const gmVector<2>& direction, const gmVector<2>& v) {
+    return gfHasDirection(direction) ? start + direction * gfFootParameter(start, direction, v) : start;
+}
+
 /// Where the line through `start` along `direction` meets the other, which is not parallel to it.
 inline gmVector<2> gfMeeting(const gmVector<2>& start, const gmVector<2>& direction, const gmVector<2>& otherStart,
                              const gmVector<2>& otherDirection) {
@@ -43,7 +48,7 @@ class MOKSTD_API gmLine : public gmShape {
     const gmVector<2>& direction() const { return direction_; }
 
     /// The foot of the perpendicular from v.
-    gmPoint proj(const gmVector<2>& v) const;
+    gmPoint proj(const gmVector<2>& v) const { return gmPoint(gfFoot(through_, direction_, v)); }
 
     /// True when the sine of the angle between the two is at most 1e-12 in magnitude, or either has no direction.
     bool isParallel(const gmLine& other) const { return gfAreParallel(direction_, other.direction_); }

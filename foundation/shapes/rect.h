@@ -42,7 +42,9 @@ class MOKSTD_API gmRect : public gmShape {
     }
 
     /// True when v lies in the rectangle or on its border.
-    virtual bool within(const gmVector<2>& v) const;
+    virtual bool within(const gmVector<2>& v) const {
+        return lower_.x() <= v.x() && v.x() <= upper_.x() && lower_.y() <= v.y() && v.y() <= upper_.y();
+    }
 
     /// True when the two have a point in common; touching is enough.
     bool overlaps(const gmRect& other) const {

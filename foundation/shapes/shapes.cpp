@@ -16,10 +16,6 @@ double gmPoint::distToPoint(const gmVector<2>& v) const {
     return exists_ ? position_.distance(v) : std::numeric_limits<double>::infinity();
 }
 
-gmPoint gmLine::proj(const gmVector<2>& v) const {
-    return gmPoint(hasDirection() ? through_ + direction_ * gfFootParameter(through_, direction_, v) : through_);
-}
-
 double gmLine::distToPoint(const gmVector<2>& v) const {
     // From v's own position: far from the origin the foot itself would be rounded to the grid of its coordinates.
     const gmVector<2> toStart = through_ - v;
@@ -30,10 +26,6 @@ gmPoint gmLine::intersect(const gmLine& other) const {
     if (isParallel(other))
         return gmPoint();
     return gmPoint(gfMeeting(through_, direction_, other.through_, other.direction_));
-}
-
-bool gmRect::within(const gmVector<2>& v) const {
-    return lower_.x() <= v.x() && v.x() <= upper_.x() && lower_.y() <= v.y() && v.y() <= upper_.y();
 }
 
 const gmVector<2>& gmPolygon::operator[](long index) const {
