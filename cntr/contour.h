@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "cntr/defs.h"
@@ -261,6 +262,8 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     friend class gmRegion;  // it searches its outline
 
     const detail::Edges& edges() const;
+    /// closestPoint(point, false), or nothing where there is none; there may be none when it is farther away.
+    std::optional<gmVector<2>> closestPointWithin(double distance, const gmVector<2>& point) const;
     /// To be called after what a query sees has changed, or what the box of the identity is remembered by.
     void noteIfShared() const;
     /// encloseRect for the identity.

@@ -29,7 +29,7 @@ bool isTame(const gmXform<2>& xform) {
 }
 
 /// The box of the mapped vertices, from the four that lie farthest along the mapped axes.
-gmRect boxOfExtremes(const gmXform<2>& xform, const detail::EdgeTree* tree, const detail::Runs& runs) {
+gmRect boxOfExtremes(const gmXform<2>& xform, const detail::EdgeTree* tree, detail::Runs runs) {
     const auto farthest = [&](double sign, std::size_t x, std::size_t translation) {
         const auto& values = xform.values();
         detail::Extreme question(sign * values[x], sign * values[x + 1], sign * values[translation]);
@@ -129,7 +129,8 @@ long gmContour::computeExtremalVertex(const gmRadian& angle) const {
     if (!std::isfinite(angle.value()) || !caches_.edgeIndex.extent(points_).isTame)
         return extremalOfEach(points_, direction);
     detail::Extreme question(direction.x(), direction.y(), 0.0);
-    askLeastFirst(treeForOne(), detail::Runs(points_, isClosed()), question);
+    detail::Runs runs(points_, isClosed());
+    askLeastFirst(treeForOne(), runs, question);
     return static_cast<long>(question.index());
 }
 

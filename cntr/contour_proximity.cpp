@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "cntr/contour.h"
 #include "cntr/detail/edges.h"
@@ -35,10 +36,15 @@ gmVector<2> gmContour::closestPoint(const gmVector<2>& point, bool vertexOnly) c
     if (vertexOnly)
         return points_[static_cast<std::size_t>(closestVertexIndex(point))];
     checkHasVertex();
-    detail::NearestEdge question(point);
-    askLeastFirst(treeForOne(), detail::Runs(points_, isClosed()), question);
+    return closestPointWithin(std::numeric_limits<double>::infinity(), point).value_or(gmVector<2>());
+}
+
+std::optional<gmVector<2>> gmContour::closestPointWithin(double distance, const gmVector<2>& point) const {
+    detail::NearestEdge question(point, distance);
+    detail::Runs runs(points_, isClosed());
+    askLeastFirst(treeForOne(), runs, question);
     if (!question.isFound())
-        return gmVector<2>();
+        return {};
     const auto [from, to] = detail::edgeEnds(points_.size(), isClosed(), question.index());
     return nearestOnEdge(points_[from], points_[to], point);
 }
@@ -46,7 +52,8 @@ gmVector<2> gmContour::closestPoint(const gmVector<2>& point, bool vertexOnly) c
 long gmContour::closestVertexIndex(const gmVector<2>& point) const {
     checkHasVertex();
     detail::NearestVertex question(point);
-    askLeastFirst(treeForOne(), detail::Runs(points_, isClosed()), question);
+    detail::Runs runs(points_, isClosed());
+    askLeastFirst(treeForOne(), runs, question);
     return static_cast<long>(question.index());
 }
 

@@ -221,6 +221,8 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     long insideCount(const gmVector<2>& p, bool bothDirections) const;
     /// The box of the outline and the holes; not a tame one when it is not everything that queries look at.
     detail::Extent extentWithHoles() const;
+    /// The distance to closestPoint(p, false, ...), or infinity where that is farther than `limit`.
+    double leastDistance(const gmVector<2>& p, double limit) const;
     bool isInBox(const gmVector<2>& p) const;
     bool isOnVertex(const gmVector<2>& p) const;
     bool insideOutline(const gmVector<2>& p) const;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <limits>
 #include <unordered_map>
 
 #include "cntr/detail/evenodd.h"
@@ -72,7 +73,8 @@ bool gmRegion::isOnVertex(const gmVector<2>& p) const {
         return std::any_of(points().begin(), points().end(),
                            [&](const gmVector<2>& v) { return !((v - p).len() > detail::touching); });
     detail::NearestVertex question(p);
-    askLeastFirst(treeForOne(), detail::Runs(points(), true), question);
+    detail::Runs runs(points(), true);
+    askLeastFirst(gmContour::caches_.edgeIndex.forOne(points(), true), runs, question);
     return question.distance() <= detail::touching;
 }
 
@@ -83,7 +85,8 @@ bool gmRegion::insideOutline(const gmVector<2>& p) const {
     const auto radius = [&] { return encloseCircle(gmContourDefs::eFromFirstVertex).radius(); };
     if (detail::isClearOfEnd(p, points().front(), extent) ||
         detail::isClearOfEnd(p, points().front(), extent, radius()))
-        if (const auto inside = detail::isInsideEvenOdd(p, points(), extent, treeForOne()))
+        if (const auto inside =
+                detail::isInsideEvenOdd(p, points(), extent, gmContour::caches_.edgeIndex.forOne(points(), true)))
             return *inside;
     return insideCount(p, false) % 2 == 1;
 }
@@ -171,6 +174,18 @@ gmVector<2> gmRegion::closestPoint(const gmVector<2>& p, bool vertexOnly, bool c
         }
     }
     return nearest;
+}
+
+double gmRegion::leastDistance(const gmVector<2>& p, double limit) const {
+    double least = std::numeric_limits<double>::infinity();
+    const auto consider = [&](const gmRegion& region) {
+        if (const auto nearest = region.closestPointWithin(limit, p))
+            least = std::min(least, p.distance(*nearest));
+    };
+    consider(*this);
+    for (const RegionCPtr& hole : holes_)
+        consider(*hole);
+    return least;
 }
 
 double gmRegion::distToPoint(const gmVector<2>& p, bool vertexOnly, bool considerHoles, bool insideIsZero) const {

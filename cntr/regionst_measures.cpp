@@ -150,7 +150,9 @@ double gmRegionSet::distToPoint(const gmVector<2>& point, bool vertexOnly, bool 
     const double scale = index->largest() + std::fabs(point.x()) + std::fabs(point.y());
     LeastDistance question{point, 1e-14 * scale, infinity};
     const auto look = [&](std::size_t box) {
-        question.consider(regions_[index->region(box)]->distToPoint(point, vertexOnly, considerHoles, false));
+        const gmRegion& region = *regions_[index->region(box)];
+        question.consider(vertexOnly ? region.distToPoint(point, true, considerHoles, false)
+                                     : region.leastDistance(point, question.best + question.rounding));
     };
     walkLeastFirst(index->tree(), index->tree().levels() - 1, 0, question, look);
     return question.best;

@@ -260,7 +260,8 @@ std::vector<std::uint32_t> quadrantChains(Runs runs) {
 std::vector<Crossing> detail::crossingsOf(const gmLineSeg& seg, bool includeEndpointEdges, const Crossed& contour) {
     Crossings question(Segment(seg.p1(), seg.p2()), includeEndpointEdges, contour.extent);
     if (contour.extent.isTame && isTame(seg.p1()) && isTame(seg.p2())) {
-        askInOrder(contour.tree, Runs(contour.points, contour.closed), question);
+        Runs runs(contour.points, contour.closed);
+        askInOrder(contour.tree, runs, question);
     } else {
         const gmRect box = boxOf(seg.p1(), seg.p2());
         forEachEdge(contour.points.size(), contour.closed, [&](std::size_t from, std::size_t to, std::size_t edge) {

@@ -73,9 +73,7 @@ detail::Extent detail::Extent::enclosing(const Extent& other) const {
             isTame && other.isTame};
 }
 
-const detail::Extent& detail::EdgeIndex::extent(const std::vector<gmVector<2>>& points) {
-    if (hasExtent_)
-        return extent_;
+void detail::EdgeIndex::computeExtent(const std::vector<gmVector<2>>& points) {
     // Differences of such coordinates have finite squares, and sums of those are finite.
     constexpr double tame = 1e150;
     // What is not finite makes no number of the sum; four boxes and sums, so that none waits for the one before.
@@ -103,17 +101,6 @@ const detail::Extent& detail::EdgeIndex::extent(const std::vector<gmVector<2>>& 
     const auto isTame = [](double value) { return std::fabs(value) <= tame; };
     extent_ = {{corner[0], corner[1]}, {corner[2], corner[3]}, areFinite && std::all_of(corner, corner + 4, isTame)};
     hasExtent_ = true;
-    return extent_;
-}
-
-const detail::EdgeTree* detail::EdgeIndex::forOne(const std::vector<gmVector<2>>& points, bool closed) {
-    if (state_ == State::eBuilt)
-        return &tree_;
-    if (state_ == State::eNotAsked) {
-        state_ = State::eAsked;
-        return nullptr;
-    }
-    return forMany(points, closed);
 }
 
 const detail::EdgeTree* detail::EdgeIndex::forMany(const std::vector<gmVector<2>>& points, bool closed) {

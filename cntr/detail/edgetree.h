@@ -77,10 +77,20 @@ class EdgeIndex {
     /// Up to this many vertices looking at all takes less time than asking a tree.
     static constexpr std::size_t scanAtMost = 32;
 
-    const Extent& extent(const std::vector<gmVector<2>>& points);
+    const Extent& extent(const std::vector<gmVector<2>>& points) {
+        if (!hasExtent_)
+            computeExtent(points);
+        return extent_;
+    }
 
     /// The tree, or null when looking at all edges is better. A first question does not pay for a tree.
-    const EdgeTree* forOne(const std::vector<gmVector<2>>& points, bool closed);
+    const EdgeTree* forOne(const std::vector<gmVector<2>>& points, bool closed) {
+        if (state_ == State::eBuilt)
+            return &tree_;
+        const bool isFirst = state_ == State::eNotAsked;
+        state_ = State::eAsked;
+        return isFirst || points.size() <= scanAtMost ? nullptr : forMany(points, closed);
+    }
     /// The same for whoever has as many questions as the contour has edges.
     const EdgeTree* forMany(const std::vector<gmVector<2>>& points, bool closed);
 
@@ -91,6 +101,8 @@ class EdgeIndex {
 
   private:
     enum class State : unsigned char { eNotAsked, eAsked, eBuilt };
+
+    void computeExtent(const std::vector<gmVector<2>>& points);
 
     State state_ = State::eNotAsked;
     bool hasExtent_ = false;

@@ -134,9 +134,10 @@ bool detail::isClearOfEnd(const gmVector<2>& p, const gmVector<2>& first, const 
     // Nothing is farther from p than the farthest corner, nor than twice the radius when the first vertex is within it.
     // The margin covers the tolerance at the ray's end, and rounding.
     const double reach = radius - 10.0 * touching;
+    const auto isShorter = [](const gmVector<2>& v, double than) { return v.dot(v) < than * than; };
     const gmVector<2> across(std::max(p.x() - extent.low.x(), extent.high.x() - p.x()),
                              std::max(p.y() - extent.low.y(), extent.high.y() - p.y()));
-    return p.distance(first) < reach || across.len() < radius + reach;
+    return reach > 0.0 && (isShorter(p - first, reach) || isShorter(across, radius + reach));
 }
 
 bool detail::isClearOfEnd(const gmVector<2>& p, const gmVector<2>& first, const Extent& extent) {

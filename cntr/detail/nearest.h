@@ -13,7 +13,9 @@ namespace detail {
 /// distances of a run's items, to the bit those that a plain loop computes; `bounds` something no larger for a box.
 class Nearest {
   public:
-    explicit Nearest(const gmVector<2>& point) : point_(point) {}
+    /// One that is farther than `within` may be passed over.
+    explicit Nearest(const gmVector<2>& point, double within = std::numeric_limits<double>::infinity())
+        : point_(point), limit_(std::min(sameRoot(within), unlimited)) {}
 
     bool isFound() const { return root_ < std::numeric_limits<double>::infinity(); }
     double distance() const { return root_; }
@@ -25,29 +27,40 @@ class Nearest {
 
   protected:
     void consider(const Eight& squares, unsigned items, std::size_t first) {
-        items &= (squares <= limit_).bits();
+        const EightBools near = squares <= limit_;
+        items &= near.bits();
         if (items == 0)
             return;
-        double square[fanOut];
-        squares.store(square);
-        double least = unlimited;
-        for (unsigned rest = items; rest != 0; rest &= rest - 1)
-            least = std::min(least, square[lowestBit(rest)]);
-        const double root = std::sqrt(least);
+        const double root = std::sqrt(leastOf(choose(near, squares, unlimited), items));
         if (root > root_ || (root == root_ && first > index_))
             return;
+        root_ = root;
+        limit_ = std::min(sameRoot(root), unlimited);
+        // Of the few whose roots may be the same, the first whose root is.
+        items &= (squares <= limit_).bits();
+        double square[fanOut];
+        squares.store(square);
         while (std::sqrt(square[lowestBit(items)]) != root)
             items &= items - 1;
-        root_ = root;
         index_ = first + lowestBit(items);
-        limit_ = std::min(sameRoot(root), unlimited);
     }
 
     gmVector<2> point_;
 
   private:
+    static double leastOf(const Eight& squares, unsigned items) {
+        if (items == (1U << fanOut) - 1)
+            return smallest(squares);
+        double square[fanOut];
+        squares.store(square);
+        double least = unlimited;
+        for (; items != 0; items &= items - 1)
+            least = std::min(least, square[lowestBit(items)]);
+        return least;
+    }
+
+    double limit_;
     double root_ = std::numeric_limits<double>::infinity();
-    double limit_ = unlimited;
     std::size_t index_ = 0;
 };
 
@@ -69,14 +82,14 @@ class NearestEdge : public Nearest {
     using Nearest::Nearest;
 
     void look(const Run& run) {
+        if (!mayBeNear(run))
+            return;
         const EightPlaces from = EightPlaces::load(run.from);
         const EightPlaces to = EightPlaces::load(run.from + 1);
         const EightPlaces toStart{from.x - point_.x(), from.y - point_.y()};
         const EightPlaces toEnd{to.x - point_.x(), to.y - point_.y()};
         const EightPlaces low{smaller(toEnd.x, toStart.x), smaller(toEnd.y, toStart.y)};
         const EightPlaces high{larger(toEnd.x, toStart.x), larger(toEnd.y, toStart.y)};
-        if (!mayBeNear(low, high))
-            return;
         const EightPlaces along{to.x - from.x, to.y - from.y};
         // The foot of the perpendicular, counted backwards: so the signs are those of what is at hand.
         const Eight back = (toStart.x * along.x + toStart.y * along.y) / (along.x * along.x + along.y * along.y);
@@ -93,11 +106,14 @@ class NearestEdge : public Nearest {
     }
 
   private:
-    /// Most runs of a scan end here: no box of an edge is near enough.
-    bool mayBeNear(const EightPlaces& low, const EightPlaces& high) const {
-        const Eight x = larger(larger(low.x, 0.0 - high.x), 0.0);
-        const Eight y = larger(larger(low.y, 0.0 - high.y), 0.0);
-        return (x * x + y * y <= limit()).bits() != 0;
+    /// Most runs of a scan end here: their box is not near enough.
+    bool mayBeNear(const Run& run) const {
+        const Corners box = Corners::of(run);
+        const Two p = placeOf(point_);
+        const Two away = larger(both(0.0), larger(box.low - p, p - box.high));
+        double x[2];
+        storeTwo(away, x);
+        return !(x[0] * x[0] + x[1] * x[1] > limit());  // with a NaN they are looked at
     }
 };
 

@@ -11,6 +11,10 @@
 
 namespace detail {
 
+inline Two placeOf(const gmVector<2>& v) {
+    return loadTwo(reinterpret_cast<const double*>(&v));
+}
+
 /// Eight consecutive edges: edge first + i joins from[i] to from[i + 1]. Where the contour ends within a run, its last
 /// vertex is repeated: the bits say what there is.
 struct Run {
@@ -38,9 +42,10 @@ class Runs {
         const unsigned edges = closed_ || left > fanOut ? vertices : vertices >> 1;
         if (first >= lead && left >= fanOut + 1 - lead)
             return {&points_[first - lead], &points_[first], first, edges, vertices};
+        // On the way into the contour its last vertex comes first, behind its end it is repeated.
         for (std::size_t i = 0; i <= fanOut; ++i)
-            patch_[i] = points_[first + i < lead ? n - 1 : std::min(first + i - lead, n - 1)];
-        return {patch_, patch_ + lead, first, edges, vertices};
+            patch_.place[i] = points_[first + i < lead ? n - 1 : std::min(first + i - lead, n - 1)];
+        return {patch_.place, patch_.place + lead, first, edges, vertices};
     }
 
     template <class Look>
@@ -54,12 +59,12 @@ class Runs {
 
     const std::vector<gmVector<2>>& points_;
     bool closed_;
-    gmVector<2> patch_[fanOut + 1];
+    // A union is not set to anything before it is needed.
+    union Patch {
+        Patch() {}
+        gmVector<2> place[fanOut + 1];
+    } patch_;
 };
-
-inline Two placeOf(const gmVector<2>& v) {
-    return loadTwo(reinterpret_cast<const double*>(&v));
-}
 
 /// The corners of a box that grows, x and y side by side.
 struct Corners {
@@ -75,6 +80,7 @@ struct Corners {
         high = larger(other.high, high);
     }
 
+    /// Of places none of which is NaN.
     static Corners of(const Run& run) {
         Corners corners{placeOf(run.from[0]), placeOf(run.from[0])};
         for (std::size_t i = 1; i <= fanOut; ++i)
@@ -141,7 +147,7 @@ void walkLeastFirst(const EdgeTree& tree, std::size_t level, std::size_t group, 
 
 /// Puts the question to the runs that the tree does not rule out, or to every run where there is no tree.
 template <class Question>
-void askInOrder(const EdgeTree* tree, Runs runs, Question& question) {
+void askInOrder(const EdgeTree* tree, Runs& runs, Question& question) {
     const auto look = [&](std::size_t run) { question.look(runs.at(run)); };
     if (tree)
         walkInOrder(*tree, tree->levels() - 1, 0, question, look);
@@ -149,7 +155,7 @@ void askInOrder(const EdgeTree* tree, Runs runs, Question& question) {
         runs.each([&](const Run& run) { question.look(run); });
 }
 template <class Question>
-void askLeastFirst(const EdgeTree* tree, Runs runs, Question& question) {
+void askLeastFirst(const EdgeTree* tree, Runs& runs, Question& question) {
     const auto look = [&](std::size_t run) { question.look(runs.at(run)); };
     if (tree)
         walkLeastFirst(*tree, tree->levels() - 1, 0, question, look);
