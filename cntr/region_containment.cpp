@@ -79,15 +79,21 @@ bool gmRegion::isOnVertex(const gmVector<2>& p) const {
 }
 
 bool gmRegion::insideOutline(const gmVector<2>& p) const {
-    if (!isInBox(p))
+    checkHasVertex();
+    detail::EdgeIndex& index = gmContour::caches_.edgeIndex;
+    const bool isFirst = !index.hasExtent();
+    if (!isFirst && !isInBox(p))
         return false;
-    const detail::Extent& extent = gmContour::caches_.edgeIndex.extent(points());
+    const std::optional<bool> inside = detail::isInsideEvenOdd(p, points(), index);
+    if (isFirst && !isInBox(p))
+        return false;
     const auto radius = [&] { return encloseCircle(gmContourDefs::eFromFirstVertex).radius(); };
-    if (detail::isClearOfEnd(p, points().front(), extent) ||
-        detail::isClearOfEnd(p, points().front(), extent, radius()))
-        if (const auto inside =
-                detail::isInsideEvenOdd(p, points(), extent, gmContour::caches_.edgeIndex.forOne(points(), true)))
-            return *inside;
+    const detail::Extent& extent = index.extent(points());
+    const auto isClear = [&](auto... radiusIfNeeded) {
+        return detail::isClearOfEnd(p, points().front(), extent, radiusIfNeeded...);
+    };
+    if (inside && (isClear() || isClear(radius())))
+        return *inside;
     return insideCount(p, false) % 2 == 1;
 }
 

@@ -73,34 +73,30 @@ detail::Extent detail::Extent::enclosing(const Extent& other) const {
             isTame && other.isTame};
 }
 
-void detail::EdgeIndex::computeExtent(const std::vector<gmVector<2>>& points) {
+detail::Extent detail::GrowingExtent::extent() const {
     // Differences of such coordinates have finite squares, and sums of those are finite.
     constexpr double tame = 1e150;
-    // What is not finite makes no number of the sum; four boxes and sums, so that none waits for the one before.
-    Corners corners[4];
-    Two sums[4] = {both(0.0), both(0.0), both(0.0), both(0.0)};
-    const auto add = [&](std::size_t i, std::size_t to) {
-        const Two place = placeOf(points[i]);
-        corners[to].extend(place);
-        sums[to] = sums[to] + (place - place);
-    };
+    double value[6];
+    storeTwo(corners.low, value);
+    storeTwo(corners.high, value + 2);
+    storeTwo(sum, value + 4);
+    const bool isTame = std::isfinite(value[4]) && std::isfinite(value[5]) &&
+                        std::all_of(value, value + 4, [](double corner) { return std::fabs(corner) <= tame; });
+    return {{value[0], value[1]}, {value[2], value[3]}, isTame};
+}
+
+void detail::EdgeIndex::computeExtent(const std::vector<gmVector<2>>& points) {
+    // Four, so that no step has to wait for the one before.
+    GrowingExtent parts[4];
     std::size_t i = 0;
     for (; i + 4 <= points.size(); i += 4)
-        for (std::size_t to = 0; to < 4; ++to)
-            add(i + to, to);
+        for (std::size_t part = 0; part < 4; ++part)
+            parts[part].extend(placeOf(points[i + part]));
     for (; i < points.size(); ++i)
-        add(i, 0);
-    for (std::size_t from = 1; from < 4; ++from) {
-        corners[0].extend(corners[from]);
-        sums[0] = sums[0] + sums[from];
-    }
-    double corner[4];
-    storeTwo(corners[0].low, corner);
-    storeTwo(corners[0].high, corner + 2);
-    const bool areFinite = bits(sums[0] <= both(0.0)) == 3;
-    const auto isTame = [](double value) { return std::fabs(value) <= tame; };
-    extent_ = {{corner[0], corner[1]}, {corner[2], corner[3]}, areFinite && std::all_of(corner, corner + 4, isTame)};
-    hasExtent_ = true;
+        parts[0].extend(placeOf(points[i]));
+    for (std::size_t part = 1; part < 4; ++part)
+        parts[0].extend(parts[part]);
+    learnExtent(parts[0].extent());
 }
 
 const detail::EdgeTree* detail::EdgeIndex::forMany(const std::vector<gmVector<2>>& points, bool closed) {

@@ -77,10 +77,16 @@ class EdgeIndex {
     /// Up to this many vertices looking at all takes less time than asking a tree.
     static constexpr std::size_t scanAtMost = 32;
 
+    bool hasExtent() const { return hasExtent_; }
     const Extent& extent(const std::vector<gmVector<2>>& points) {
         if (!hasExtent_)
             computeExtent(points);
         return extent_;
+    }
+    /// For who has gone through all vertices.
+    void learnExtent(const Extent& extent) {
+        extent_ = extent;
+        hasExtent_ = true;
     }
 
     /// The tree, or null when looking at all edges is better. A first question does not pay for a tree.

@@ -32,16 +32,30 @@ class RayToTheRight {
         const double halfStep = 0.5 * pi / static_cast<double>(points.size());
         const double noMoreThanItsSine = halfStep * (1.0 - halfStep * halfStep / 6.0);
         radius_ = clearOfVertices / noMoreThanItsSine + clearOfEdges;
+        before_ = detail::placeOf(p) - detail::both(radius_);
+        beyond_ = detail::placeOf(p) + detail::both(radius_);
     }
 
     bool isTooClose() const { return isTooClose_; }
     bool isOdd() const { return isOdd_; }
 
-    void crossAll(const detail::EdgeTree* tree) {
-        if (tree)
-            walk(*tree, tree->levels() - 1, 0);
-        else
-            scan();
+    void crossAll(const detail::EdgeTree& tree) { walk(tree, tree.levels() - 1, 0); }
+
+    /// The same without a tree: the boxes of the runs are made on the way.
+    void crossAll() {
+        runs_.each([&](const Run& run) { cross(run, detail::Corners::of(run)); });
+    }
+    /// The same with what encloses all vertices.
+    detail::Extent crossAllAndLearn() {
+        detail::GrowingExtent all;
+        runs_.each([&](const Run& run) {
+            detail::GrowingExtent here{{detail::placeOf(run.from[0]), detail::placeOf(run.from[0])}, detail::both(0.0)};
+            for (std::size_t i = 1; i <= fanOut; ++i)
+                here.extend(detail::placeOf(run.from[i]));
+            all.extend(here);
+            cross(run, here.corners);
+        });
+        return all.extent();
     }
 
   private:
@@ -63,25 +77,17 @@ class RayToTheRight {
         }
     }
 
-    /// The same without a tree: the runs' boxes are made on the way.
-    void scan() {
-        const gmVector<2> margin(radius_, radius_);
-        const detail::Two low = detail::placeOf(p_ - margin);
-        const detail::Two high = detail::placeOf(p_ + margin);
-        for (std::size_t i = 0; i < runs_.count() && !isTooClose_; ++i) {
-            const Run run = runs_.at(i);
-            const auto box = detail::Corners::of(run);
-            const unsigned begun = bits(box.low <= high);
-            const unsigned goesOn = bits(low <= box.high);
-            constexpr unsigned x = 1;
-            constexpr unsigned y = 2;
-            if ((begun & goesOn & y) == 0 || (goesOn & x) == 0)
-                continue;
-            if ((begun & x) != 0)
-                look(run);
-            else
-                settle(0, i);
-        }
+    void cross(const Run& run, const detail::Corners& box) {
+        const unsigned begun = bits(box.low <= beyond_);
+        const unsigned goesOn = bits(before_ <= box.high);
+        constexpr unsigned x = 1;
+        constexpr unsigned y = 2;
+        if ((begun & goesOn & y) == 0 || (goesOn & x) == 0)
+            return;
+        if ((begun & x) != 0)
+            look(run);
+        else
+            settle(0, run.first / fanOut);
     }
 
     void look(const Run& run) {
@@ -124,6 +130,8 @@ class RayToTheRight {
     const std::vector<gmVector<2>>& points_;
     detail::Runs runs_;
     double radius_;  // within which no vertex may be
+    detail::Two before_;
+    detail::Two beyond_;
     bool isTooClose_ = false;
     bool isOdd_ = false;
 };
@@ -147,14 +155,20 @@ bool detail::isClearOfEnd(const gmVector<2>& p, const gmVector<2>& first, const 
 }
 
 std::optional<bool> detail::isInsideEvenOdd(const gmVector<2>& p, const std::vector<gmVector<2>>& points,
-                                            const Extent& extent, const EdgeTree* tree) {
-    const bool areSmall = extent.low.x() > -coordinateLimit && extent.low.y() > -coordinateLimit &&
-                          extent.high.x() < coordinateLimit && extent.high.y() < coordinateLimit;
-    if (!extent.isTame || !areSmall || points.size() < 3)
+                                            EdgeIndex& index) {
+    if (points.size() < 3)
         return {};
     RayToTheRight ray(p, points);
-    ray.crossAll(tree);
-    if (ray.isTooClose())
+    if (const EdgeTree* const tree = index.forOne(points, true))
+        ray.crossAll(*tree);
+    else if (index.hasExtent())
+        ray.crossAll();
+    else
+        index.learnExtent(ray.crossAllAndLearn());
+    const Extent& extent = index.extent(points);
+    const bool areSmall = extent.low.x() > -coordinateLimit && extent.low.y() > -coordinateLimit &&
+                          extent.high.x() < coordinateLimit && extent.high.y() < coordinateLimit;
+    if (!extent.isTame || !areSmall || ray.isTooClose())
         return {};
     return ray.isOdd();
 }

@@ -25,7 +25,7 @@ bool isClearOfEnd(const gmVector<2>& p, const gmVector<2>& first, const Extent& 
 /// - the ray's end is beyond every edge, which is for the caller to see to;
 /// - coordinates are small enough for rounding to be well below these tolerances.
 /// Then what is wholly to the right of p is settled by its two ends, and only boxes around p are opened.
-std::optional<bool> isInsideEvenOdd(const gmVector<2>& p, const std::vector<gmVector<2>>& points, const Extent& extent,
-                                    const EdgeTree* tree);
+/// A first question learns the extent of the outline on the way.
+std::optional<bool> isInsideEvenOdd(const gmVector<2>& p, const std::vector<gmVector<2>>& points, EdgeIndex& index);
 
 }  // namespace detail

@@ -89,6 +89,22 @@ struct Corners {
     }
 };
 
+/// What encloses places that may be anything, while they are gone through.
+struct GrowingExtent {
+    Corners corners;
+    Two sum = both(0.0);  // a number as long as the places are
+
+    void extend(const Two& place) {
+        corners.extend(place);
+        sum = sum + place;
+    }
+    void extend(const GrowingExtent& other) {
+        corners.extend(other.corners);
+        sum = sum + other.sum;
+    }
+    Extent extent() const;
+};
+
 /// The number of the lowest bit that is set.
 inline unsigned lowestBit(unsigned bits) {
     return static_cast<unsigned>(__builtin_ctz(bits));

@@ -62,6 +62,8 @@ class Within {
         for (unsigned near = (squareRoot(squares) < tolerance_).bits() & run.vertices; near != 0; near &= near - 1) {
             const unsigned lane = detail::lowestBit(near);
             const std::optional<std::uint64_t> cell = cells_ ? cells_->number(run.own[lane]) : 0;
+            if (found_.empty())
+                found_.reserve(2 * detail::fanOut);
             if (cell)
                 found_.push_back(*cell << 32 | (run.first + lane));
         }
