@@ -96,7 +96,7 @@ class Farthest {
 class Search {
   public:
     Search(const std::vector<gmVector<2>>& points, bool closed, const detail::EdgeTree& tree)
-        : points_(points), tree_(tree), runs_(points, closed), otherRuns_(points, closed), best_(points) {
+        : tree_(tree), runs_(points, closed), otherRuns_(points, closed), best_(points) {
         // From one end to the other and back: a pair that leaves little to try.
         std::size_t at = 0;
         for (int turn = 0; turn < 4; ++turn) {
@@ -166,7 +166,6 @@ class Search {
 
     static std::size_t firstVertex(std::size_t level, std::size_t box) { return box << (3 * (level + 1)); }
 
-    const std::vector<gmVector<2>>& points_;
     const detail::EdgeTree& tree_;
     detail::Runs runs_;
     detail::Runs otherRuns_;
