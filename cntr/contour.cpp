@@ -1,9 +1,12 @@
 #include "cntr/contour.h"
 
+#include <cstddef>
+#include <iterator>
 #include <limits>
 #include <utility>
 
 #include "cntr/detail/cachelimit.h"
+#include "cntr/detail/edgelanes.h"
 #include "cntr/detail/edges.h"
 #include "cntr/detail/sharedchanges.h"
 #include "cntr/detail/tolerances.h"
@@ -11,6 +14,8 @@
 #include "foundation/math/realeq.h"
 
 namespace {
+
+constexpr std::int32_t usualCachedVectorSize = 3;
 
 std::uint32_t checkedLabel(unsigned long label) {
     if (label > std::numeric_limits<std::uint32_t>::max())
@@ -28,21 +33,60 @@ std::vector<gmVector<2>> verticesOf(const gmPolygon& polygon) {
 
 double computeLength(const std::vector<gmVector<2>>& points, bool closed) {
     double sum = 0.0;
-    detail::forEachEdge(points, closed,
-                        [&](const gmVector<2>& from, const gmVector<2>& to) { sum += from.distance(to); });
+    detail::forEachEdgePair(
+        points, closed,
+        [&](const detail::Two& a, const detail::Two& b, const detail::Two& c) {
+            const detail::Two length = detail::lengths(b - a, c - b);
+            sum += detail::first(length);
+            sum += detail::second(length);
+        },
+        [&](const gmVector<2>& a, const gmVector<2>& b) { sum += a.distance(b); });
     return sum;
 }
 
 gmVector<2> computeMeanPosition(const std::vector<gmVector<2>>& points, bool closed) {
-    gmVector<2> sum;
+    detail::Two sum = detail::both(0.0);
     double total = 0.0;
-    detail::forEachEdge(points, closed, [&](const gmVector<2>& from, const gmVector<2>& to) {
-        const double length = from.distance(to);
-        sum = sum + length * (from + to) / 2.0;
+    const auto add = [&](const detail::Two& a, const detail::Two& b, double length) {
+        sum = sum + detail::both(length) * (a + b) / detail::both(2.0);
         total += length;
-    });
-    return sum * (1.0 / total);
+    };
+    detail::forEachEdgePair(
+        points, closed,
+        [&](const detail::Two& a, const detail::Two& b, const detail::Two& c) {
+            const detail::Two length = detail::lengths(b - a, c - b);
+            add(a, b, detail::first(length));
+            add(b, c, detail::second(length));
+        },
+        [&](const gmVector<2>& a, const gmVector<2>& b) {
+            add(detail::loadTwo(a), detail::loadTwo(b), a.distance(b));
+        });
+    return gmVector<2>(detail::first(sum), detail::second(sum)) * (1.0 / total);
 }
+
+/// Walks through the vertices as mapped: a vector made of them is written once.
+class Mapped {
+  public:
+    using iterator_category = std::random_access_iterator_tag;
+    using value_type = gmVector<2>;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const gmVector<2>*;
+    using reference = gmVector<2>;
+
+    Mapped(const gmXform<2>& xform, pointer vertex) : xform_(xform), vertex_(vertex) {}
+
+    gmVector<2> operator*() const { return xform_ * *vertex_; }
+    Mapped& operator++() {
+        ++vertex_;
+        return *this;
+    }
+    difference_type operator-(const Mapped& other) const { return vertex_ - other.vertex_; }
+    bool operator!=(const Mapped& other) const { return vertex_ != other.vertex_; }
+
+  private:
+    gmXform<2> xform_;
+    pointer vertex_;
+};
 
 void computeEdges(const std::vector<gmVector<2>>& points, bool closed, detail::Edges& edges) {
     edges.lineSegs.clear();
@@ -153,13 +197,16 @@ gmPolygon gmContour::polygon() const {
 }
 
 void gmContour::map(const gmXform<2>& xform, gmContour& out) const {
-    std::vector<gmVector<2>> mapped;
-    mapped.reserve(points_.size());
-    for (const gmVector<2>& point : points_)
-        mapped.push_back(xform * point);
-    const gmContour result(mapped, isClosed(), label());
+    std::vector<gmVector<2>> mapped(Mapped{xform, points_.data()}, Mapped{xform, points_.data() + points_.size()});
+    const bool closed = isClosed();
+    const std::uint32_t label = label_;
     out.cleanCacheInfo();  // also what a class derived from gmContour keeps
-    out = result;
+    out.points_ = std::move(mapped);
+    out.closed_ = closed;
+    out.label_ = label;
+    out.cachedVectorSize_ = usualCachedVectorSize;
+    out.caches_.invalidate();
+    out.noteIfShared();
     out.makeDataConsistentWithPoints();
 }
 

@@ -3,12 +3,13 @@
 #include <cmath>
 #include <limits>
 
+#include "cntr/detail/edgelanes.h"
 #include "cntr/detail/edges.h"
 #include "cntr/detail/tolerances.h"
+#include "cntr/detail/trianglefan.h"
 #include "foundation/fit/circlefit.h"
 #include "foundation/fit/ellipsefit.h"
 #include "foundation/object/exception.h"
-#include "foundation/shapes/lineseg.h"
 
 namespace {
 
@@ -28,47 +29,57 @@ std::vector<gmVector<2>> positions(const std::vector<gmEdgelet>& edgelets) {
     return points;
 }
 
-/// The moments of the triangle, negative area for a clockwise one.
-gm_InertiaData triangleMoments(gmVector<2> p, gmVector<2> q, gmVector<2> r) {
-    // A base whose segment r projects onto. Two turns reach every side; far from the origin rounding would ask for a
-    // third, and for ever.
-    for (int turn = 0; turn < 2; ++turn) {
-        const gmLineSeg base(p, q);
-        if (!(base.distToPoint(r) - detail::beyondBase > base.line().distToPoint(r)))
-            break;
-        const gmVector<2> first = p;
-        p = q;
-        q = r;
-        r = first;
-    }
-    const gmVector<2> foot = gmLineSeg(p, q).line().proj(r).position();
-    const double d1 = foot.distance(p);
-    const double d2 = foot.distance(q);
-    const double h = foot.distance(r);
-
-    // In the frame with its origin at the foot, x along the base and r on the +y side.
-    double area = (d1 + d2) * h / 2.0;
-    const double localX = (d2 - d1) / 3.0;
-    double localY = h / 3.0;
-    const double yy = (d1 + d2) * cube(h) / 12.0 - square(h / 3.0) * area;
-    double xy = (square(d2) - square(d1)) * square(h) / 24.0 - h / 3.0 * ((d2 - d1) / 3.0) * area;
-    const double xx = (cube(d1) + cube(d2)) * h / 12.0 - square((d2 - d1) / 3.0) * area;
-    if ((q.x() - p.x()) * (r.y() - p.y()) - (r.x() - p.x()) * (q.y() - p.y()) < 0.0) {
-        area = -area;
-        localY = -localY;
-        xy = -xy;
-    }
-
-    // The direction cosines of the base, straight from its components: an angle and back would cost more and round.
-    const gmVector<2> along = q - p;
-    const double length = along.len();
-    const double c = length > 0.0 ? along.x() / length : 1.0;
-    const double s = length > 0.0 ? along.y() / length : 0.0;
-    const double worldXY = (square(c) - square(s)) * xy + s * c * xx - s * c * yy;
-    const gmMatrix<2> moments(square(c) * xx - 2.0 * s * c * xy + square(s) * yy, worldXY, worldXY,
-                              square(s) * xx + 2.0 * s * c * xy + square(c) * yy);
-    return gm_InertiaData(area, foot + gmMatrix<2>(c, -s, s, c) * gmVector<2>(localX, localY), moments);
+gmVector<2> toVector(const detail::Two& a) {
+    return {detail::first(a), detail::second(a)};
 }
+
+/// The moments of figures together, one added after the other.
+class Total {
+  public:
+    void add(const detail::Moments<double>& other) {
+        if (other.area == 0.0 && area_ != 0.0)
+            return;
+        const detail::Two otherCenter = detail::loadTwo(gmVector<2>(other.x, other.y));
+        if (area_ == 0.0) {
+            area_ = other.area;
+            center_ = otherCenter;
+            xx_ = other.xx;
+            xy_ = other.xy;
+            yy_ = other.yy;
+            return;
+        }
+        const double area = area_ + other.area;
+        detail::Two center = detail::both(0.0);
+        if (std::fabs(area) > detail::cancelled)
+            center = (detail::both(area_) * center_ + detail::both(other.area) * otherCenter) / detail::both(area);
+        const gmVector<2> a = toVector(center - center_);
+        const gmVector<2> b = toVector(center - otherCenter);
+        double wa = area_;
+        double wb = other.area;
+        double sa = 1.0;
+        double sb = 1.0;
+        if (area_ * other.area > 0.0) {
+            wa = std::fabs(wa);
+            wb = std::fabs(wb);
+        } else if (area_ * other.area < 0.0) {
+            (area_ > other.area ? sb : sa) = -1.0;
+        }
+        xx_ = wa * square(a.x()) + sa * xx_ + sb * other.xx + wb * square(b.x());
+        xy_ = sa * xy_ + wa * a.x() * a.y() + sb * other.xy + wb * b.x() * b.y();
+        yy_ = wa * square(a.y()) + sa * yy_ + sb * other.yy + wb * square(b.y());
+        area_ = area;
+        center_ = center;
+    }
+
+    gm_InertiaData data() const { return gm_InertiaData(area_, toVector(center_), gmMatrix<2>(xx_, xy_, xy_, yy_)); }
+
+  private:
+    double area_ = 0.0;
+    detail::Two center_ = detail::both(0.0);
+    double xx_ = 0.0;
+    double xy_ = 0.0;
+    double yy_ = 0.0;
+};
 
 }  // namespace
 
@@ -77,69 +88,66 @@ gm_InertiaData gm_InertiaData::operator+(const gm_InertiaData& other) const {
         return other;
     if (other.area_ == 0.0)
         return *this;
-    const double area = area_ + other.area_;
-    const gmVector<2> center = std::fabs(area) > detail::cancelled
-                                   ? (area_ * centerOfMass_ + other.area_ * other.centerOfMass_) / area
-                                   : gmVector<2>();
-    const gmVector<2> da = center - centerOfMass_;
-    const gmVector<2> db = center - other.centerOfMass_;
-    double wa = area_;
-    double wb = other.area_;
-    double sa = 1.0;
-    double sb = 1.0;
-    if (area_ * other.area_ > 0.0) {
-        wa = std::fabs(wa);
-        wb = std::fabs(wb);
-    } else if (area_ * other.area_ < 0.0) {
-        (area_ > other.area_ ? sb : sa) = -1.0;
+    Total total;
+    for (const gm_InertiaData* data : {this, &other}) {
+        const gmMatrix<2>& m = data->inertiaMatrix_;
+        total.add({data->area_, data->centerOfMass_.x(), data->centerOfMass_.y(), m(0, 0), m(0, 1), m(1, 1)});
     }
-    const gmMatrix<2>& ma = inertiaMatrix_;
-    const gmMatrix<2>& mb = other.inertiaMatrix_;
-    const double xx = wa * square(da.x()) + sa * ma(0, 0) + sb * mb(0, 0) + wb * square(db.x());
-    const double xy = sa * ma(0, 1) + wa * da.x() * da.y() + sb * mb(0, 1) + wb * db.x() * db.y();
-    const double yy = wa * square(da.y()) + sa * ma(1, 1) + sb * mb(1, 1) + wb * square(db.y());
-    return gm_InertiaData(area, center, gmMatrix<2>(xx, xy, xy, yy));
+    return total.data();
 }
 
 gm_InertiaData gf_InertiaDataPolygon(const std::vector<gmVector<2>>& points) {
     if (points.size() <= 2)
         return gm_InertiaData();
     const gmVector<2> center = gnContour::centerOfMass(points);
-    std::vector<gm_InertiaData> triangles;
-    triangles.reserve(points.size());
-    double sum = 0.0;
-    detail::forEachEdge(points, true, [&](const gmVector<2>& from, const gmVector<2>& to) {
-        triangles.push_back(triangleMoments(center, from, to));
-        sum += triangles.back().area();
-    });
+    const std::vector<detail::Moments<double>> triangles = detail::triangleFan(center, points);
+    double areas = 0.0;
+    for (const detail::Moments<double>& triangle : triangles)
+        areas += triangle.area;
 
-    gm_InertiaData total;
-    std::vector<bool> taken(triangles.size(), false);
-    const auto add = [&](auto wanted) {
-        for (std::size_t i = 0; i < triangles.size(); ++i)
-            if (!taken[i] && wanted(triangles[i].area())) {
-                total = total + triangles[i];
-                taken[i] = true;
-            }
-    };
     // A triangle that passes the first test on a negative mean is any that differs from the mean: kept as it is.
-    const auto beyond = [](double limit) {
-        return [limit](double area) { return area > limit || (limit < 0.0 && area < limit); };
+    const double mean = areas / static_cast<double>(triangles.size());
+    const double least = mean > 0.0 ? detail::smallTriangle : -detail::smallTriangle;
+    const auto isBeyond = [](double limit, double area) {
+        return static_cast<unsigned>(area > limit) |
+               (static_cast<unsigned>(limit < 0.0) & static_cast<unsigned>(area < limit));
     };
-    const double mean = sum / static_cast<double>(triangles.size());
-    add(beyond(mean));
-    add(beyond(mean > 0.0 ? detail::smallTriangle : -detail::smallTriangle));
-    add([](double) { return true; });
-    return total;
+    // Told apart without a branch: which ones are large is anyone's guess.
+    std::vector<const detail::Moments<double>*> large(triangles.size());
+    std::vector<const detail::Moments<double>*> others(triangles.size());
+    std::size_t largeCount = 0;
+    std::size_t otherCount = 0;
+    for (const detail::Moments<double>& triangle : triangles) {
+        const unsigned isLarge = isBeyond(mean, triangle.area);
+        large[largeCount] = others[otherCount] = &triangle;
+        largeCount += isLarge;
+        otherCount += 1U - isLarge;
+    }
+    large.resize(largeCount);
+    others.resize(otherCount);
+
+    Total total;
+    for (const detail::Moments<double>* triangle : large)
+        total.add(*triangle);
+    for (const bool slivers : {false, true})
+        for (const detail::Moments<double>* triangle : others)
+            if (isBeyond(least, triangle->area) == (slivers ? 0U : 1U))
+                total.add(*triangle);
+    return total.data();
 }
 
 double gf_Area(const std::vector<gmVector<2>>& points) {
     if (points.size() < 3)
         return 0.0;
     double sum = 0.0;
-    detail::forEachEdge(points, true, [&](const gmVector<2>& from, const gmVector<2>& to) {
-        sum += from.x() * to.y() - to.x() * from.y();
-    });
+    detail::forEachEdgePair(
+        points, true,
+        [&](const detail::Two& a, const detail::Two& b, const detail::Two& c) {
+            const detail::Two products = firsts(a, b) * seconds(b, c) - firsts(b, c) * seconds(a, b);
+            sum += detail::first(products);
+            sum += detail::second(products);
+        },
+        [&](const gmVector<2>& a, const gmVector<2>& b) { sum += a.x() * b.y() - b.x() * a.y(); });
     return std::fabs(sum * 0.5);
 }
 

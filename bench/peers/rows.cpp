@@ -48,6 +48,18 @@ const std::vector<RowFacts>& rows() {
         {Row::setDistance, "1,000 regions: nearest distance", 1e-9, ofSets},
         {Row::setDistanceShuffled, "1,000 regions in random order: nearest distance", 1e-9, ofSets},
         {Row::setRectangle, "1,000 regions: enclosing rectangle under a transform", 1e-9, ofSets},
+        {Row::hardCentrePoint, "hard: closest point to the centre of a regular polygon", 1e-9, any},
+        {Row::hardCentreVertex, "hard: closest vertex to the centre of a regular polygon", 1e-9, any},
+        {Row::hardCentreInside, "hard: inside, the centre of a regular polygon", 0.0, any},
+        {Row::hardPolygonPair, "hard: farthest pair of a regular polygon", 1e-9, 16384},
+        {Row::hardTanglePoint, "hard: closest point, random vertices", 1e-9, any},
+        {Row::hardTangleVertex, "hard: closest vertex, random vertices", 1e-9, any},
+        {Row::hardTangleInside, "hard: inside, random vertices", 0.0, any},
+        {Row::hardTangleCrossings, "hard: crossings of a long segment, random vertices", 0.0, any},
+        {Row::hardSpiralPoint, "hard: closest point, spiral of 20 turns", 1e-9, any},
+        {Row::hardSpiralVertex, "hard: closest vertex, spiral of 20 turns", 1e-9, any},
+        {Row::hardSpiralInside, "hard: inside, spiral of 20 turns", 0.0, any},
+        {Row::hardSpiralCrossings, "hard: crossings of a long segment, spiral of 20 turns", 0.0, any},
     };
     return all;
 }

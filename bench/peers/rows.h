@@ -45,6 +45,18 @@ enum class Row {
     setDistance,
     setDistanceShuffled,
     setRectangle,
+    hardCentrePoint,
+    hardCentreVertex,
+    hardCentreInside,
+    hardPolygonPair,
+    hardTanglePoint,
+    hardTangleVertex,
+    hardTangleInside,
+    hardTangleCrossings,
+    hardSpiralPoint,
+    hardSpiralVertex,
+    hardSpiralInside,
+    hardSpiralCrossings,
 };
 
 struct RowFacts {

@@ -11,5 +11,6 @@
 ///
 /// One point gives one vertex, points on a line the two ends, no point nothing. Points with a coordinate that is
 /// not finite take no part. `in` and `out` may be the same vector.
-/// Cost: O(n log n). Method: Andrew's monotone chain (1979).
+/// Cost: O(n log n); O(n) where few points lie near the hull, or all come in their order around it.
+/// Method: the hull of a sample tells which points lie inside; Andrew's monotone chain (1979) for the others.
 MOKSTD_API void gfConvexHull(const std::vector<gmVector<2>>& in, std::vector<gmVector<2>>& out);

@@ -162,52 +162,31 @@ struct Whitened {
     std::vector<gmVector<2>> points;
 };
 
-gmEllipseFitResults fit(const std::vector<gmVector<2>>& points, const gmRadian& circleRotation) {
-    const detail::Normalized normalized(points, 5);
-    const Whitened whitened(normalized.points);
-    Conic conic = whitened.unscaled(fitConic(whitened.points));
-    if (conic.quadratic[0] < 0.0) {
-        for (double& value : conic.quadratic)
-            value = -value;
-        for (double& value : conic.linear)
-            value = -value;
-    }
-    const auto [a, b, c] = conic.quadratic;
-    const auto [d, e, f] = conic.linear;
-    const double discriminant = 4.0 * a * c - b * b;
-    const gmVector<2> center = gmVector<2>(b * e - 2.0 * c * d, b * d - 2.0 * a * e) / discriminant;
-    const double level = -(f + 0.5 * (d * center.x() + e * center.y()));
-    const double root = std::sqrt((a - c) * (a - c) + b * b);
-    const double across = 0.5 * (a + c + root);  // the larger curvature of the quadratic form, and the smaller
-    const double along = 0.25 * discriminant / across;
-    const double xRadius = std::sqrt(level / along);
-    const double yRadius = std::sqrt(level / across);
-    if (!(discriminant > 0.0) || !(yRadius > 0.0) || !std::isfinite(xRadius))
-        throw gmMathError::Singular("points determine no ellipse");
+/// The distance of points to an ellipse.
+class DistanceTo {
+  public:
+    explicit DistanceTo(const gmEllipse& ellipse)
+        : center_(ellipse.center()),
+          axis_(std::cos(ellipse.rotation().value()), std::sin(ellipse.rotation().value())),
+          xRadius_(std::fabs(ellipse.xRadius())),
+          yRadius_(std::fabs(ellipse.yRadius())) {}
 
-    gmEllipse::gmEllipseGeom geom;
-    const gmRadian turn(whitened.rotation);
-    geom.center = normalized.original(gmMatrix<2>(turn, turn, 1.0, 1.0) * center);
-    geom.xRadius = xRadius * normalized.extent;
-    geom.yRadius = yRadius * normalized.extent;
-    const double rotation = std::remainder(turn.value() + 0.5 * std::atan2(-b, c - a), pi);
-    geom.rotation = gmRadian(rotation > -0.5 * pi ? rotation : 0.5 * pi);
-    if (xRadius - yRadius <= circular * xRadius)
-        geom.rotation = circleRotation;
-    const gmEllipse ellipse(geom);
-    return {ellipse, detail::rootMeanSquare(points, [&](const gmVector<2>& p) { return gfDistToEllipse(ellipse, p); })};
-}
+    double operator()(const gmVector<2>& point) const;
 
-}  // namespace
+  private:
+    gmVector<2> center_;
+    gmVector<2> axis_;
+    double xRadius_;
+    double yRadius_;
+};
 
-double gfDistToEllipse(const gmEllipse& ellipse, const gmVector<2>& point) {
+double DistanceTo::operator()(const gmVector<2>& point) const {
     // In the frame of the axes, in the first quadrant, the longer axis along x.
-    const gmVector<2> offset = point - ellipse.center();
-    const gmVector<2> axis(std::cos(ellipse.rotation().value()), std::sin(ellipse.rotation().value()));
-    double x = std::fabs(axis.dot(offset));
-    double y = std::fabs(axis.cross(offset));
-    double a = std::fabs(ellipse.xRadius());
-    double b = std::fabs(ellipse.yRadius());
+    const gmVector<2> offset = point - center_;
+    double x = std::fabs(axis_.dot(offset));
+    double y = std::fabs(axis_.cross(offset));
+    double a = xRadius_;
+    double b = yRadius_;
     if (a < b) {
         std::swap(a, b);
         std::swap(x, y);
@@ -242,6 +221,48 @@ double gfDistToEllipse(const gmEllipse& ellipse, const gmVector<2>& point) {
         t = next;
     }
     return gmVector<2>(x - a * foot().x(), y - b * foot().y()).len() * size;
+}
+
+gmEllipseFitResults fit(const std::vector<gmVector<2>>& points, const gmRadian& circleRotation) {
+    const detail::Normalized normalized(points, 5);
+    const Whitened whitened(normalized.points);
+    Conic conic = whitened.unscaled(fitConic(whitened.points));
+    if (conic.quadratic[0] < 0.0) {
+        for (double& value : conic.quadratic)
+            value = -value;
+        for (double& value : conic.linear)
+            value = -value;
+    }
+    const auto [a, b, c] = conic.quadratic;
+    const auto [d, e, f] = conic.linear;
+    const double discriminant = 4.0 * a * c - b * b;
+    const gmVector<2> center = gmVector<2>(b * e - 2.0 * c * d, b * d - 2.0 * a * e) / discriminant;
+    const double level = -(f + 0.5 * (d * center.x() + e * center.y()));
+    const double root = std::sqrt((a - c) * (a - c) + b * b);
+    const double across = 0.5 * (a + c + root);  // the larger curvature of the quadratic form, and the smaller
+    const double along = 0.25 * discriminant / across;
+    const double xRadius = std::sqrt(level / along);
+    const double yRadius = std::sqrt(level / across);
+    if (!(discriminant > 0.0) || !(yRadius > 0.0) || !std::isfinite(xRadius))
+        throw gmMathError::Singular("points determine no ellipse");
+
+    gmEllipse::gmEllipseGeom geom;
+    const gmRadian turn(whitened.rotation);
+    geom.center = normalized.original(gmMatrix<2>(turn, turn, 1.0, 1.0) * center);
+    geom.xRadius = xRadius * normalized.extent;
+    geom.yRadius = yRadius * normalized.extent;
+    const double rotation = std::remainder(turn.value() + 0.5 * std::atan2(-b, c - a), pi);
+    geom.rotation = gmRadian(rotation > -0.5 * pi ? rotation : 0.5 * pi);
+    if (xRadius - yRadius <= circular * xRadius)
+        geom.rotation = circleRotation;
+    const gmEllipse ellipse(geom);
+    return {ellipse, detail::rootMeanSquare(points, DistanceTo(ellipse))};
+}
+
+}  // namespace
+
+double gfDistToEllipse(const gmEllipse& ellipse, const gmVector<2>& point) {
+    return DistanceTo(ellipse)(point);
 }
 
 void gfEllipseFit(const gmEllipseFitParams& params, const std::vector<gmVector<2>>& points,

@@ -79,6 +79,12 @@ inline Two firsts(const Two& a, const Two& b) {
 inline Two seconds(const Two& a, const Two& b) {
     return {_mm_unpackhi_pd(a.all, b.all)};
 }
+inline double first(const Two& a) {
+    return _mm_cvtsd_f64(a.all);
+}
+inline double second(const Two& a) {
+    return _mm_cvtsd_f64(_mm_unpackhi_pd(a.all, a.all));
+}
 
 #else
 
@@ -145,6 +151,12 @@ inline Two firsts(const Two& a, const Two& b) {
 }
 inline Two seconds(const Two& a, const Two& b) {
     return {a.second, b.second};
+}
+inline double first(const Two& a) {
+    return a.first;
+}
+inline double second(const Two& a) {
+    return a.second;
 }
 
 #endif

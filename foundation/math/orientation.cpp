@@ -2,12 +2,19 @@
 
 #include <array>
 #include <cmath>
-#include <limits>
 
 namespace {
 
 int sign(double value) {
     return (value > 0.0) - (value < 0.0);
+}
+
+/// Whether a - b is no rounded number, and so short that no product of two such is.
+bool isShort(double a, double b) {
+    const double difference = a - b;
+    const double back = a - difference;
+    const bool exact = a - (difference + back) == 0.0 && back - b == 0.0;
+    return exact && static_cast<double>(static_cast<float>(difference)) == difference;
 }
 
 /// A number held exactly, as a sum of doubles that do not overlap, smallest first.
@@ -45,14 +52,17 @@ class ExactSum {
 
 }  // namespace
 
-int gfOrientation(const gmVector<2>& a, const gmVector<2>& b, const gmVector<2>& c) {
+int detail::exactOrientation(const gmVector<2>& a, const gmVector<2>& b, const gmVector<2>& c) {
+    if (a == b || b == c || c == a)
+        return 0;
     const double left = (b.x() - a.x()) * (c.y() - a.y());
     const double right = (b.y() - a.y()) * (c.x() - a.x());
-    const double rounded = left - right;
-    constexpr double epsilon = std::numeric_limits<double>::epsilon();
-    const double uncertainty = 4.0 * epsilon * (std::fabs(left) + std::fabs(right));
-    if (std::fabs(rounded) > uncertainty || !std::isfinite(uncertainty))
-        return sign(rounded);
+    if (!std::isfinite(std::fabs(left) + std::fabs(right)))
+        return sign(left - right);
+
+    // On a grid, that of the pixels say, nothing was rounded.
+    if (isShort(b.x(), a.x()) && isShort(b.y(), a.y()) && isShort(c.x(), a.x()) && isShort(c.y(), a.y()))
+        return sign(left - right);
 
     ExactSum determinant;
     determinant.addProduct(a.x(), b.y());

@@ -1,6 +1,7 @@
 #include "foundation/object/archive.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <istream>
 #include <limits>
@@ -22,6 +23,11 @@ constexpr unsigned char magic[] = {'M', 'O', 'K', 'A', 1};
 // Room made without knowing that the stream goes on that far: enough for most, little to lose.
 constexpr std::size_t blindRoom = 4096;
 
+constexpr std::size_t vertexBytes = 2 * sizeof(double);
+
+// Vertices that pass in one go.
+constexpr std::size_t verticesAtOnce = 256;
+
 // By address and size.
 using Marks = std::set<std::pair<std::uintptr_t, std::uint64_t>>;
 
@@ -31,6 +37,27 @@ std::uintptr_t addressOf(const void* object) {
 
 // Marks of the pass that runs on this thread.
 thread_local Marks* currentMarks = nullptr;
+
+// A double in an archive has its lowest byte first.
+std::uint64_t lowestByteFirst(std::uint64_t bits) {
+    return __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? bits : __builtin_bswap64(bits);
+}
+
+void storeDouble(double value, unsigned char* bytes) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    bits = lowestByteFirst(bits);
+    std::memcpy(bytes, &bits, sizeof bits);
+}
+
+double loadDouble(const unsigned char* bytes) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, bytes, sizeof bits);
+    bits = lowestByteFirst(bits);
+    double value = 0.0;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
 
 /// The answer of a stream's buffer; false where it fails as the standard's buffers do.
 template <class Question>
@@ -306,6 +333,57 @@ void gmArchive::relocate(std::uintptr_t from, std::size_t bytes, const void* to)
     currentMarks->erase(begin, end);
     for (const auto& [address, size] : moved)
         currentMarks->emplace(addressOf(to) + (address - from), size);
+}
+
+void gmArchive::storeVertices(const std::vector<gmVector<2>>& vertices) {
+    state_->pending.reserve(state_->pending.size() + vertices.size() * vertexBytes);
+    std::array<unsigned char, verticesAtOnce * vertexBytes> bytes;
+    for (std::size_t begin = 0; begin < vertices.size(); begin += verticesAtOnce) {
+        const std::size_t count = std::min(verticesAtOnce, vertices.size() - begin);
+        for (std::size_t i = 0; i < count; ++i) {
+            const gmVector<2>& vertex = vertices[begin + i];
+            storeDouble(vertex.x(), &bytes[i * vertexBytes]);
+            storeDouble(vertex.y(), &bytes[i * vertexBytes + sizeof(double)]);
+        }
+        storeBytes(bytes.data(), count * vertexBytes);
+    }
+}
+
+/// Loads some of the vertices, at least one. How many.
+std::size_t gmArchive::loadVertices(gmVector<2>* first, std::size_t count) {
+    // No more than the stream's buffer says it has: so that nothing is lost of what comes before an error.
+    std::streamsize available = 0;
+    if (state_->in->rdbuf() && !asked([&] {
+            available = state_->in->rdbuf()->in_avail();
+            return true;
+        }))
+        available = 0;
+    const std::size_t whole = available > 0 ? static_cast<std::size_t>(available) / vertexBytes : 0;
+    const std::size_t loaded = std::min({count, whole, verticesAtOnce});
+    if (loaded == 0) {
+        *this || *first;
+        return 1;
+    }
+    std::array<unsigned char, verticesAtOnce * vertexBytes> bytes;
+    loadBytes(bytes.data(), loaded * vertexBytes);
+    for (std::size_t i = 0; i < loaded; ++i)
+        first[i] =
+            gmVector<2>(loadDouble(&bytes[i * vertexBytes]), loadDouble(&bytes[i * vertexBytes + sizeof(double)]));
+    return loaded;
+}
+
+gmArchive& archiveVector(gmArchive& archive, std::vector<gmVector<2>>& vertices, std::size_t bytesEach) {
+    unsigned long count = vertices.size();
+    archive || count;
+    if (archive.isStoring()) {
+        archive.storeVertices(vertices);
+        return archive;
+    }
+    vertices.resize(archive.roomFor(count, bytesEach));
+    for (std::size_t read = 0; read < count; read += archive.loadVertices(&vertices[read], vertices.size() - read))
+        if (read == vertices.size())
+            vertices.resize(read + 1 + archive.roomFor(count - read - 1, bytesEach));
+    return archive;
 }
 
 template <class Unsigned>

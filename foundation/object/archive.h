@@ -103,6 +103,7 @@ class MOKSTD_API gmArchive {
     friend MOKSTD_API gmArchive& operator||(gmArchive&, double&);
     friend MOKSTD_API gmArchive& operator||(gmArchive&, std::string&);
     friend MOKSTD_API gmArchive& operator||(gmArchive&, gmPersistent&);
+    friend MOKSTD_API gmArchive& archiveVector(gmArchive&, std::vector<gmVector<2>>&, std::size_t);
 
     struct State;
     class Pass;
@@ -113,6 +114,8 @@ class MOKSTD_API gmArchive {
     std::size_t roomBeside(std::uint64_t promised, unsigned long count, std::size_t bytesEach) const;
     void storeBytes(const unsigned char* bytes, std::size_t count);
     void loadBytes(unsigned char* bytes, std::size_t count);
+    void storeVertices(const std::vector<gmVector<2>>& vertices);
+    std::size_t loadVertices(gmVector<2>* first, std::size_t count);
     template <class Unsigned>
     void archiveUnsigned(Unsigned& value);
     void storePointer(gmPersistent* object);
@@ -153,3 +156,6 @@ gmArchive& archiveVector(gmArchive& archive, std::vector<T>& elements, std::size
     }
     return archive;
 }
+
+/// The same for vertices, many at once.
+MOKSTD_API gmArchive& archiveVector(gmArchive& archive, std::vector<gmVector<2>>& vertices, std::size_t bytesEach);
