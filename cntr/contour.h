@@ -41,8 +41,13 @@ struct Crossed;
 /// **Ties.** Of equal candidates the first in vertex or edge order wins.
 ///
 /// **Caches.** A query whose cost is less later keeps its answer until the vertices or the closedness change. Queries
-/// are const and yet fill these caches: one contour belongs to one thread at a time. Different contours are
-/// independent.
+/// are const and yet fill these caches: one contour belongs to one thread at a time, also one that another is asked
+/// about. Different contours are independent.
+///
+/// **Cost of searches.** The first question that searches the edges looks at all of them, O(n); the second builds a
+/// tree of boxes in O(n), and from then on a question costs O(log n) and what it finds, for outlines whose edges are
+/// short beside the whole; at the worst O(n) again. Up to 32 vertices, and with coordinates that are not finite or
+/// beyond 1e150, all are looked at. Answers are the same in each case, to the bit (docs/architecture.md tells why).
 ///
 /// **Numbers.** Vertices are stored as given. NaN and infinite coordinates never crash a query and never disturb later
 /// answers; what they come to is said at the query. Places more than about 1e154 apart have no finite distance.
@@ -120,7 +125,7 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     const std::vector<gmLineSeg>& lineSegs() const;
     /// Which edges are not degenerate.
     const std::vector<bool>& validLine() const;
-    /// Fills what lineSegs(), validLine() and the intersection queries read, unless it is there.
+    /// Fills what lineSegs() and validLine() read, unless it is there.
     void computeLineSegs() const;
 
     /// Throws: gmContourDefs::EmptyContour for fewer than 2 vertices.
@@ -132,12 +137,12 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// A zero-length edge is its start.
     /// Ties: the first edge, so on a closed contour the closing edge; the first vertex.
     /// Deliberate: (0, 0) when there is no edge (an open contour of one vertex) or no distance is finite.
-    /// Cost: O(n), not kept.
+    /// Cost: a search.
     gmVector<2> closestPoint(const gmVector<2>& point, bool vertexOnly) const;
 
     /// The index of the vertex nearest to `point`; 0 when no distance is finite.
     /// Ties: the lowest index.
-    /// Cost: O(n), not kept.
+    /// Cost: a search.
     long closestVertexIndex(const gmVector<2>& point) const;
 
     /// The distance from `point` to closestPoint(point, vertexOnly).
@@ -147,7 +152,7 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// Order: by square cell of that size (x, then y), by index within a cell. Only nearby cells are looked at. By
     /// index alone where there are no cells: for a tolerance that is infinite or has no finite reciprocal.
     /// Tolerance: strict; none is closer than 0 or NaN. With +infinity every vertex at a finite distance is near.
-    /// Cost: O(n log n) for each new tolerance, which is remembered; later O(log n) and what is found.
+    /// Cost: a search, whatever the tolerance, and O(m log m) for m vertices found.
     std::vector<int> vertexIndex(const gmVector<2>& point, double tolerance) const;
 
     // ----- Intersections: contour_intersections.cpp
@@ -159,26 +164,26 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// ends just short of a level edge does not reach it.
     /// Ties: crossings at the same place along the segment stand as an exchange sort leaves them.
     /// Throws: gmContourDefs::EmptyContour without a vertex.
-    /// Cost: O(n) and O(m log m) for m crossings, O(m * m) with ties.
+    /// Cost: a search, and O(m log m) for m crossings, O(m * m) with ties.
     std::vector<gmVector<2>> intersections(const gmLineSeg& seg, bool includeEndpointEdges) const;
 
     /// Where the edges of `other`, each in its direction and all in their order, cross this contour. Duplicates are
     /// kept, and degenerate edges of `other` are asked like any other.
     /// Throws: gmContourDefs::EmptyContour when this contour has no vertex.
-    /// Cost: that of one segment for each edge.
+    /// Cost: O(n) for the trees of both, and that of the edges that come close.
     std::vector<gmVector<2>> intersections(const gmContour& other) const;
 
     /// Whether an edge meets another that does not touch its ends. A vertex on another edge counts; edges that lie on
     /// each other do not, nor does what happens within 1e-6 of an edge's ends (seen from that edge).
     /// Deliberate: false, not an error, without a vertex.
-    /// Cost: O(n * n), later O(1).
+    /// Cost: O(n) for the tree, and that of the edges that come close; later O(1).
     bool isSelfIntersecting() const;
 
     // ----- Extent: contour_extent.cpp. Except for the circles, all throw gmContourDefs::EmptyContour without a vertex.
 
     /// The axis-aligned bounding box of the mapped vertices, in the frame that the transform maps to.
     /// Vertices with a NaN take no part.
-    /// Cost: O(n); O(1) for transforms that are remembered, see cachedVectorSize. One that holds a NaN is not.
+    /// Cost: a search; O(1) for transforms that are remembered, see cachedVectorSize. One that holds a NaN is not.
     /// Deliberate: of the transform's stored values the last (row 1, column 1 of the matrix) takes no part in telling
     /// remembered transforms apart. The identity, a mirror image in y and a scaling of y alone share one answer, which
     /// the intersection queries read too: ask for such transforms on a copy.
@@ -189,7 +194,7 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// Deliberate: the default circle when no two vertices are apart (eMaxVertexPair).
     /// Throws: gmContourDefs::BadParams "diameterMode is not one of the valid enums"; gmContourDefs::EmptyContour
     /// without a vertex (eFromFirstVertex).
-    /// Cost: O(n * n) or O(n) by mode, later O(1).
+    /// Cost: eMaxVertexPair O(n) for the tree and little more, O(n * n) at the worst; eFromFirstVertex O(n); later O(1).
     gmCircle encloseCircle(gmContourDefs::DiameterMode mode) const;
 
     /// Twice the radius of encloseCircle(mode).
@@ -198,7 +203,7 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// The index of the vertex farthest in the direction `angle`; -1 when none has a place along it: NaN coordinates,
     /// or an angle that is not finite. Along an axis the coordinate itself decides.
     /// Ties: the lowest index.
-    /// Cost: O(n); O(1) for angles that are remembered, see cachedVectorSize. NaN is not.
+    /// Cost: a search; O(1) for angles that are remembered, see cachedVectorSize. NaN is not.
     long extremalVertexIndex(const gmRadian& angle) const;
 
     /// That vertex.

@@ -104,14 +104,15 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     /// With holes: a point on a hole's vertex is inside the hole and so outside the region.
     /// Deliberate: of an outline with a vertex that is NaN every point of the bounding box is inside.
     /// Throws: gmContourDefs::BadParams "holes form a cycle" when the answer for a hole would depend on itself.
-    /// Cost: O(n log n) within the bounding box and O(1) outside, for each outline that is asked.
+    /// Cost: for each outline that is asked, a search within the bounding box and O(1) outside. For a point that is
+    /// within 1e-5 or so of an edge, or so close to a vertex that it matters where the ray passes, O(n log n).
     bool inside(const gmVector<2>& p, bool considerHoles) const;
 
     using gmContour::closestPoint;
     /// The boundary point nearest to `p`; with `vertexOnly`, the nearest vertex.
     /// Ties: the outline before the holes, these in their order.
     /// Deliberate: `considerHoles` is read for vertices only. The nearest boundary point may lie on a hole in any case.
-    /// Cost: O(n) over the outline and the holes.
+    /// Cost: a search of the outline and of each hole.
     gmVector<2> closestPoint(const gmVector<2>& p, bool vertexOnly, bool considerHoles) const;
 
     using gmContour::closestVertexIndex;
@@ -172,7 +173,7 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     ///
     /// Throws: gmContourDefs::BadParams "invalid contour" when no edge qualifies as a start, or the trace never comes
     /// back to it; `out` is as it was.
-    /// Cost: O(n * n) for the start at the worst, O(n) for each traced vertex; later that of a copy.
+    /// Cost: a search for each edge until there is a start, and for each traced vertex; later that of a copy.
     void regularize(gmRegion& out) const;
 
     /// The same, and then: the traced loop is cut apart where it touches itself (vertices closer than 1e-6), loops that

@@ -100,12 +100,15 @@ class RayToTheRight {
         const Eight span = start.x * along.y - start.y * along.x;
         const Eight length = along.x * along.x + along.y * along.y;
         const auto nearLine = span * span <= (1.1 * clearOfEdges) * (1.1 * clearOfEdges) * length;
-        const auto nearBox = (smaller(start.x, end.x) <= clearOfEdges) & (larger(start.x, end.x) >= -clearOfEdges) &
-                             (smaller(start.y, end.y) <= clearOfEdges) & (larger(start.y, end.y) >= -clearOfEdges);
         const auto nearVertex = end.x * end.x + end.y * end.y <= radius_ * radius_;
-        if ((((nearLine & nearBox).bits() | nearVertex.bits()) & run.edges) != 0) {
-            isTooClose_ = true;
-            return;
+        const unsigned mayBeNear = (nearLine | nearVertex).bits() & run.edges;
+        if (mayBeNear != 0) {
+            const auto nearBox = (smaller(start.x, end.x) <= clearOfEdges) & (larger(start.x, end.x) >= -clearOfEdges) &
+                                 (smaller(start.y, end.y) <= clearOfEdges) & (larger(start.y, end.y) >= -clearOfEdges);
+            if ((mayBeNear & (nearBox | nearVertex).bits()) != 0) {
+                isTooClose_ = true;
+                return;
+            }
         }
         const unsigned startAbove = (start.y > 0.0).bits();
         const unsigned endAbove = (end.y > 0.0).bits();
