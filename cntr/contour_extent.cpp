@@ -157,7 +157,7 @@ void gmContour::convexHull(gmRegion& hull) const {
     hull.become(*detail::cachedShape(caches_.convexHull, [&](gmRegion& region) {
         std::vector<gmVector<2>> vertices;
         gfConvexHull(points_, vertices);
-        region = gmRegion(vertices);
+        region.setPoints(vertices);
     }));
 }
 

@@ -18,6 +18,8 @@ std::int64_t cell(double scaled) {
     return static_cast<std::int64_t>(std::clamp(scaled >= 0.0 ? scaled + 0.5 : scaled - 0.5, -last, last));
 }
 
+constexpr std::size_t cellCount = 9;
+
 /// The cell of a point and those next to it, numbered from 0 to 8: by column, and upwards in a column.
 class Cells {
   public:
@@ -25,7 +27,7 @@ class Cells {
         : scale_(1.0 / size), x_(cell(middle.x() * scale_) - 1), y_(cell(middle.y() * scale_) - 1) {}
 
     /// Rounding can put what is close to the point two cells away, where it is not looked for.
-    std::optional<std::uint64_t> number(const gmVector<2>& v) const {
+    std::optional<std::size_t> number(const gmVector<2>& v) const {
         // Unsigned: what lies before wraps around and is far behind.
         const std::uint64_t column = static_cast<std::uint64_t>(cell(v.x() * scale_)) - static_cast<std::uint64_t>(x_);
         const std::uint64_t row = static_cast<std::uint64_t>(cell(v.y() * scale_)) - static_cast<std::uint64_t>(y_);
@@ -38,6 +40,11 @@ class Cells {
     double scale_;
     std::int64_t x_;
     std::int64_t y_;
+};
+
+struct Found {
+    int index;
+    std::size_t cell;
 };
 
 /// The vertices within a tolerance of a point: a question to the runs of a contour.
@@ -61,20 +68,24 @@ class Within {
             return;
         for (unsigned near = (squareRoot(squares) < tolerance_).bits() & run.vertices; near != 0; near &= near - 1) {
             const unsigned lane = detail::lowestBit(near);
-            const std::optional<std::uint64_t> cell = cells_ ? cells_->number(run.own[lane]) : 0;
+            const std::optional<std::size_t> cell = cells_ ? cells_->number(run.own[lane]) : 0;
             if (found_.empty())
                 found_.reserve(2 * detail::fanOut);
             if (cell)
-                found_.push_back(*cell << 32 | (run.first + lane));
+                found_.push_back({static_cast<int>(run.first + lane), *cell});
         }
     }
 
-    std::vector<int> found() {
-        if (!std::is_sorted(found_.begin(), found_.end()))
-            std::sort(found_.begin(), found_.end());
+    /// By cell; within a cell as they were found, which is by index.
+    std::vector<int> found() const {
+        std::size_t starts[cellCount + 1] = {};
+        for (const Found& vertex : found_)
+            ++starts[vertex.cell + 1];
+        for (std::size_t i = 1; i < cellCount; ++i)
+            starts[i] += starts[i - 1];
         std::vector<int> indices(found_.size());
-        std::transform(found_.begin(), found_.end(), indices.begin(),
-                       [](std::uint64_t place) { return static_cast<int>(place & 0xFFFFFFFFU); });
+        for (const Found& vertex : found_)
+            indices[starts[vertex.cell]++] = vertex.index;
         return indices;
     }
 
@@ -82,8 +93,8 @@ class Within {
     double tolerance_;
     gmVector<2> point_;
     double limit_;
-    std::optional<Cells> cells_;        // none of a size that cannot be numbered
-    std::vector<std::uint64_t> found_;  // the cell's number, then the vertex's
+    std::optional<Cells> cells_;  // none of a size that cannot be numbered
+    std::vector<Found> found_;
 };
 
 }  // namespace
