@@ -176,7 +176,7 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// Whether an edge meets another that does not touch its ends. A vertex on another edge counts; edges that lie on
     /// each other do not, nor does what happens within 1e-6 of an edge's ends (seen from that edge).
     /// Deliberate: false, not an error, without a vertex.
-    /// Cost: O(n) for the tree, and that of the edges that come close; later O(1).
+    /// Cost: O(n), and that of the edges that come close to each other; later O(1).
     bool isSelfIntersecting() const;
 
     // ----- Extent: contour_extent.cpp. Except for the circles, all throw gmContourDefs::EmptyContour without a vertex.

@@ -8,27 +8,43 @@ detail::Crossed gmContour::crossed(const detail::EdgeTree* tree) const {
     return {points_, isClosed(), caches_.edgeIndex.extent(points_), tree};
 }
 
+namespace {
+
+gmRect boxOf(const gmLineSeg& seg) {
+    gmRect box;
+    box.extend(seg.p1());
+    box.extend(seg.p2());
+    return box;
+}
+
+std::vector<gmVector<2>> positionsOf(const std::vector<detail::Crossing>& crossings) {
+    std::vector<gmVector<2>> positions;
+    positions.reserve(crossings.size());
+    for (const detail::Crossing& crossing : crossings)
+        positions.push_back(crossing.position);
+    return positions;
+}
+
+}  // namespace
+
 std::vector<gmVector<2>> gmContour::intersections(const gmLineSeg& seg, std::vector<int>& edgeIndex,
                                                   bool includeEndpointEdges) const {
     checkHasVertex();
     edgeIndex.clear();
-    std::vector<gmVector<2>> positions;
-    if (!gmRect(seg.p1(), {}).enclose(gmRect(seg.p2(), {})).overlaps(encloseRect(gmXform<2>::I)))
-        return positions;
-    const std::vector<detail::Crossing> crossings =
-        detail::crossingsOf(seg, includeEndpointEdges, crossed(treeForOne()));
-    positions.reserve(crossings.size());
+    if (!boxOf(seg).overlaps(identityBox()))
+        return {};
+    const auto crossings = detail::crossingsOf(seg, includeEndpointEdges, crossed(treeForOne()));
     edgeIndex.reserve(crossings.size());
-    for (const detail::Crossing& crossing : crossings) {
-        positions.push_back(crossing.position);
+    for (const detail::Crossing& crossing : crossings)
         edgeIndex.push_back(crossing.edge);
-    }
-    return positions;
+    return positionsOf(crossings);
 }
 
 std::vector<gmVector<2>> gmContour::intersections(const gmLineSeg& seg, bool includeEndpointEdges) const {
-    std::vector<int> edgeIndex;
-    return intersections(seg, edgeIndex, includeEndpointEdges);
+    checkHasVertex();
+    if (!boxOf(seg).overlaps(identityBox()))
+        return {};
+    return positionsOf(detail::crossingsOf(seg, includeEndpointEdges, crossed(treeForOne())));
 }
 
 std::vector<gmVector<2>> gmContour::intersections(const gmContour& other) const {
@@ -53,7 +69,7 @@ bool gmContour::isSelfIntersecting() const {
             if (gfRealEq(points_[from], points_[to], detail::sameValue))
                 continue;
             if (isSearchable()) {
-                crosses = detail::crossesItself(crossed(treeForMany()));
+                crosses = detail::crossesItself(crossed(nullptr));
                 return;
             }
             crosses = !intersections(gmLineSeg(points_[from], points_[to]), false).empty();
@@ -67,6 +83,6 @@ bool gmContour::isSearchable() const {
     const detail::Extent& extent = caches_.edgeIndex.extent(points_);
     if (!extent.isTame)
         return false;
-    const gmRect box = encloseRect(gmXform<2>::I);
+    const gmRect& box = identityBox();
     return box.lower() == extent.low && box.upper() == extent.high;
 }

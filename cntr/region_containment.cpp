@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <optional>
 #include <unordered_map>
 
 #include "cntr/detail/evenodd.h"
@@ -11,32 +13,74 @@ namespace {
 
 constexpr double pi = 3.141592653589793;
 
+/// The vertices that p sees at angles from 0 to a small one: a question to the runs of an outline.
+class Wedge {
+  public:
+    // Angles round: the wedge that is looked at is a little wider, on both sides.
+    Wedge(const gmVector<2>& p, double angle) : p_(p), angle_(angle), slope_(std::tan(angle) * (1.0 + 1e-9)) {}
+
+    std::vector<double>& angles() { return angles_; }
+
+    unsigned opens(const detail::Boxes& boxes) const {
+        using detail::Eight;
+        return mayHold(Eight::load(boxes.highX), Eight::load(boxes.lowY), Eight::load(boxes.highY)).bits();
+    }
+
+    void look(const detail::Run& run) {
+        const auto own = detail::EightPlaces::load(run.own);
+        for (unsigned open = mayHold(own.x, own.y, own.y).bits() & run.vertices; open != 0; open &= open - 1) {
+            const double angle = (run.own[detail::lowestBit(open)] - p_).angle().norm().value();
+            if (angle <= angle_)
+                angles_.push_back(angle);
+        }
+    }
+
+  private:
+    /// Whether there may be a vertex with an x of at most `right` and a y between the others.
+    detail::EightBools mayHold(const detail::Eight& right, const detail::Eight& low, const detail::Eight& high) const {
+        const detail::Eight x = right - p_.x();
+        return (low - p_.y() <= slope_ * x) & (p_.y() - high <= 1e-9 * x);
+    }
+
+    gmVector<2> p_;
+    double angle_;
+    double slope_;
+    std::vector<double> angles_;
+};
+
+/// The direction midway through the first gap between neighbouring angles, in ascending order, that is wider than
+/// `wideEnough`; after the last comes the first where the angles go all around.
+std::optional<gmVector<2>> firstGap(std::vector<double>& angles, double wideEnough, bool goAllAround) {
+    std::sort(angles.begin(), angles.end());
+    for (std::size_t i = 0; i < angles.size(); ++i) {
+        const bool isLast = i + 1 == angles.size();
+        if (isLast && !goAllAround)
+            break;
+        const double gap = gmRadian(angles[isLast ? 0 : i + 1] - angles[i]).norm().value();
+        if (gap > wideEnough)
+            return gmVector<2>(1.0, gmRadian(angles[i] + 0.5 * gap));
+    }
+    return {};
+}
+
 /// The direction of a ray from p: it keeps off all vertices, where there is room.
-gmVector<2> rayDirection(const std::vector<gmVector<2>>& points, const gmVector<2>& p) {
+gmVector<2> rayDirection(const std::vector<gmVector<2>>& points, const gmVector<2>& p, const detail::EdgeTree* tree) {
+    const double wideEnough = pi / static_cast<double>(points.size());
+    detail::Runs runs(points, true);
+    // The first gap that is wide enough mostly comes early: a thin wedge has it, unless vertices are crowded there.
+    for (double angle = 8.0 * wideEnough; angle < 1.5; angle *= 8.0) {
+        Wedge wedge(p, angle);
+        askInOrder(tree, runs, wedge);
+        if (const auto direction = firstGap(wedge.angles(), wideEnough, false))
+            return *direction;
+        if (wedge.angles().size() > points.size() / 8)
+            break;
+    }
     std::vector<double> angles;
     angles.reserve(points.size());
     for (const gmVector<2>& vertex : points)
         angles.push_back((vertex - p).angle().norm().value());
-    // The first gap that is wide enough mostly comes early: they are sorted only as far as it takes.
-    const double wideEnough = pi / static_cast<double>(angles.size());
-    constexpr std::size_t few = 32;
-    for (std::size_t sorted = 0; sorted < angles.size();) {
-        const std::size_t until = std::min(angles.size(), std::max(few, 8 * sorted));
-        const auto at = [&](std::size_t i) { return angles.begin() + static_cast<std::ptrdiff_t>(i); };
-        if (until < angles.size())
-            std::nth_element(at(sorted), at(until), angles.end());
-        std::sort(at(sorted), at(until));
-        for (std::size_t i = sorted > 0 ? sorted - 1 : 0; i < until; ++i) {
-            if (i + 1 == until && until < angles.size())
-                break;
-            const double next = i + 1 < angles.size() ? angles[i + 1] : angles.front();
-            const double gap = gmRadian(next - angles[i]).norm().value();
-            if (gap > wideEnough)
-                return gmVector<2>(1.0, gmRadian(angles[i] + 0.5 * gap));
-        }
-        sorted = until;
-    }
-    return {1.0, 0.0};
+    return firstGap(angles, wideEnough, true).value_or(gmVector<2>(1.0, 0.0));
 }
 
 }  // namespace
@@ -51,12 +95,13 @@ long gmRegion::insideCount(const gmVector<2>& p, bool bothDirections) const {
         return 0;
     if (isOnVertex(p))
         return 1;
-    const gmVector<2> ray = rayDirection(points(), p) * (2.0 * encloseCircle(gmContourDefs::eFromFirstVertex).radius());
+    const gmVector<2> ray =
+        rayDirection(points(), p, treeForOne()) * (2.0 * encloseCircle(gmContourDefs::eFromFirstVertex).radius());
     const auto crossings = [&](const gmVector<2>& end) {
         return static_cast<long>(intersections(gmLineSeg(p, end), false, false).size());
     };
     const long count = crossings(p + ray);
-    return bothDirections ? std::min(count, crossings(p - ray)) : count;
+    return bothDirections && count > 0 ? std::min(count, crossings(p - ray)) : count;
 }
 
 detail::Extent gmRegion::extentWithHoles() const {

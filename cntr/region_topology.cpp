@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "cntr/detail/cachedshape.h"
+#include "cntr/detail/crossings.h"
 #include "cntr/detail/tolerances.h"
 #include "cntr/detail/within.h"
 #include "cntr/region.h"
@@ -226,14 +227,20 @@ std::vector<gmVector<2>> gmRegion::traceBoundary(std::size_t start) const {
     Loop traced;
     Step step{home, (start + 1) % n, true};
     CycleWatch watch(step);
+    // A look at all edges at once tells of most that nothing crosses them: they are walked without asking.
+    const bool isTame = gmContour::caches_.edgeIndex.extent(points()).isTame;
+    const std::vector<bool> crossable = isTame ? detail::crossableEdges(crossed(nullptr)) : std::vector<bool>(n, true);
+    std::vector<int> edges;
     do {
-        const gmVector<2>& target = points()[step.forward ? step.index : (step.index + n - 1) % n];
-        std::vector<int> edges;
-        const std::vector<gmVector<2>> crossings =
-            gmContour::intersections(gmLineSeg(step.position, target), edges, false);
+        const std::size_t before = (step.index + n - 1) % n;
+        const gmVector<2>& target = points()[step.forward ? step.index : before];
+        const bool isWhole = step.position == points()[step.forward ? before : step.index];
+        std::vector<gmVector<2>> crossings;
+        if (crossable[step.index] || !isWhole)
+            crossings = gmContour::intersections(gmLineSeg(step.position, target), edges, false);
         if (crossings.empty()) {
             step.position = target;
-            step.index = (step.forward ? step.index + 1 : step.index + n - 1) % n;
+            step.index = step.forward ? (step.index + 1) % n : before;
         } else {
             step.position = crossings.front();
             step.forward = !step.forward;

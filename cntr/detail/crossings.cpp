@@ -6,6 +6,8 @@
 #include <optional>
 #include <utility>
 
+#include "cntr/detail/boxpairs.h"
+#include "cntr/detail/chains.h"
 #include "cntr/detail/edges.h"
 #include "cntr/detail/runs.h"
 #include "cntr/detail/tolerances.h"
@@ -15,12 +17,12 @@
 namespace {
 
 using detail::Boxes;
+using detail::Chain;
 using detail::Crossed;
 using detail::Crossing;
 using detail::EdgeTree;
 using detail::Eight;
 using detail::EightPlaces;
-using detail::fanOut;
 using detail::Run;
 using detail::Runs;
 
@@ -56,45 +58,88 @@ std::optional<gmVector<2>> meeting(const Segment& seg, const gmVector<2>& start,
     return {};
 }
 
+/// What lies on a segment's line, or near enough to cross the segment. A crossing is within the tolerance of both, so
+/// an edge that crosses comes within twice that of the line. What is added to that, in proportion to the distances that
+/// come in, is far more than the errors of rounding.
+class Strip {
+  public:
+    Strip(const Segment& seg, const detail::Extent& extent) : from_(seg.from), along_(seg.along) {
+        const auto reach = [](double low, double high, double at) {
+            return std::max(std::fabs(low - at), std::fabs(high - at));
+        };
+        const double length = std::fabs(along_.x()) + std::fabs(along_.y());
+        const double reaches = reach(extent.low.x(), extent.high.x(), from_.x()) +
+                               reach(extent.low.y(), extent.high.y(), from_.y()) + length;
+        slack_ = length * (2.1 * detail::touching + 1e-13 * reaches);
+    }
+
+    /// How far to the left of the segment's line, times the segment's length.
+    template <class Number>
+    Number side(const Number& x, const Number& y) const {
+        return along_.x() * (y - from_.y()) - along_.y() * (x - from_.x());
+    }
+    Eight side(const EightPlaces& v) const { return side(v.x, v.y); }
+
+    /// Whether what is between these two sides may come near.
+    template <class Number>
+    auto isNear(const Number& least, const Number& most) const {
+        return (least <= slack_) & (most >= -slack_);
+    }
+
+    bool isNear(const gmVector<2>& a, const gmVector<2>& b) const {
+        const double sideA = side(a.x(), a.y());
+        const double sideB = side(b.x(), b.y());
+        return isNear(std::min(sideA, sideB), std::max(sideA, sideB));
+    }
+
+  private:
+    gmVector<2> from_;
+    gmVector<2> along_;
+    double slack_;
+};
+
 /// The crossings of a segment: a question to the runs of a contour.
 class Crossings {
   public:
     Crossings(const Segment& seg, bool includeEndpointEdges, const detail::Extent& extent)
         : seg_(seg),
+          strip_(seg, extent),
           includeEndpointEdges_(includeEndpointEdges),
           low_(std::min(seg.from.x(), seg.to.x()), std::min(seg.from.y(), seg.to.y())),
-          high_(std::max(seg.from.x(), seg.to.x()), std::max(seg.from.y(), seg.to.y())) {
-        // A crossing is within the tolerance of both, so its edge comes within twice that of the segment's line. What
-        // is added to that, in proportion to the distances that come in, is far more than the errors of rounding.
-        const auto reach = [](double low, double high, double at) {
-            return std::max(std::fabs(low - at), std::fabs(high - at));
-        };
-        const double length = std::fabs(seg.along.x()) + std::fabs(seg.along.y());
-        const double reaches = reach(extent.low.x(), extent.high.x(), seg.from.x()) +
-                               reach(extent.low.y(), extent.high.y(), seg.from.y()) + length;
-        slack_ = length * (2.1 * detail::touching + 1e-13 * reaches);
-    }
+          high_(std::max(seg.from.x(), seg.to.x()), std::max(seg.from.y(), seg.to.y())) {}
 
     std::vector<Crossing>& found() { return found_; }
+
+    /// Whether the segment's box meets that of a contour.
+    bool reaches(const detail::Extent& extent) const {
+        return extent.low.x() <= high_.x() && extent.high.x() >= low_.x() && extent.low.y() <= high_.y() &&
+               extent.high.y() >= low_.y();
+    }
 
     unsigned opens(const Boxes& boxes) const {
         const EightPlaces low{Eight::load(boxes.lowX), Eight::load(boxes.lowY)};
         const EightPlaces high{Eight::load(boxes.highX), Eight::load(boxes.highY)};
+        const unsigned meeting = meets(low, high);
+        if (meeting == 0)
+            return 0;
         const bool east = seg_.along.x() >= 0.0;
         const bool north = seg_.along.y() >= 0.0;
-        const Eight least = side({north ? high.x : low.x, east ? low.y : high.y});
-        const Eight most = side({north ? low.x : high.x, east ? high.y : low.y});
-        return mayMeet(low, high, least, most);
+        const Eight least = strip_.side({north ? high.x : low.x, east ? low.y : high.y});
+        const Eight most = strip_.side({north ? low.x : high.x, east ? high.y : low.y});
+        return meeting & strip_.isNear(least, most).bits();
     }
 
     /// The edges of the run that the segment may cross.
     unsigned candidates(const Run& run) const {
         const auto a = EightPlaces::load(run.from);
         const auto b = EightPlaces::load(run.from + 1);
-        const Eight sideA = side(a);
-        const Eight sideB = side(b);
-        return run.edges & mayMeet({smaller(a.x, b.x), smaller(a.y, b.y)}, {larger(a.x, b.x), larger(a.y, b.y)},
-                                   smaller(sideA, sideB), larger(sideA, sideB));
+        const unsigned meeting =
+            run.edges & meets({smaller(a.x, b.x), smaller(a.y, b.y)}, {larger(a.x, b.x), larger(a.y, b.y)});
+        if (meeting == 0)
+            return 0;
+        const Eight sideA = strip_.side(a);
+        const Eight sideB = strip_.side(b);
+        return meeting & strip_.isNear(smaller(sideA, sideB), larger(sideA, sideB)).bits();
     }
 
     void look(const Run& run) {
@@ -105,27 +150,26 @@ class Crossings {
     }
 
     void consider(const gmVector<2>& start, const gmVector<2>& end, std::size_t edge) {
-        if (const auto position = meeting(seg_, start, end, includeEndpointEdges_))
-            found_.push_back({*position, static_cast<int>(edge), (*position - seg_.from).dot(seg_.along)});
+        constexpr std::size_t few = 8;
+        const auto position = meeting(seg_, start, end, includeEndpointEdges_);
+        if (!position)
+            return;
+        if (found_.empty())
+            found_.reserve(few);
+        found_.push_back({*position, static_cast<int>(edge), (*position - seg_.from).dot(seg_.along)});
     }
 
   private:
-    /// How far to the left of the segment's line, times the segment's length.
-    Eight side(const EightPlaces& v) const {
-        return seg_.along.x() * (v.y - seg_.from.y()) - seg_.along.y() * (v.x - seg_.from.x());
-    }
-
-    unsigned mayMeet(const EightPlaces& low, const EightPlaces& high, const Eight& least, const Eight& most) const {
-        return ((low.x <= high_.x()) & (high.x >= low_.x()) & (low.y <= high_.y()) & (high.y >= low_.y()) &
-                (least <= slack_) & (most >= -slack_))
-            .bits();
+    /// The boxes that meet the segment's.
+    unsigned meets(const EightPlaces& low, const EightPlaces& high) const {
+        return ((low.x <= high_.x()) & (high.x >= low_.x()) & (low.y <= high_.y()) & (high.y >= low_.y())).bits();
     }
 
     Segment seg_;
+    Strip strip_;
     bool includeEndpointEdges_;
     gmVector<2> low_;
     gmVector<2> high_;
-    double slack_;
     std::vector<Crossing> found_;
 };
 
@@ -150,73 +194,6 @@ void sortAlong(std::vector<Crossing>& crossings) {
                 std::swap(crossings[i], crossings[j]);
 }
 
-/// The boxes that have a place in common with the given one.
-unsigned meets(const Boxes& boxes, const gmVector<2>& low, const gmVector<2>& high) {
-    return ((Eight::load(boxes.lowX) <= high.x()) & (Eight::load(boxes.highX) >= low.x()) &
-            (Eight::load(boxes.lowY) <= high.y()) & (Eight::load(boxes.highY) >= low.y()))
-        .bits();
-}
-
-enum class Pairs { eAll, eOrdered };
-
-/// Calls visit(i, j) for the runs i of one tree and j of another whose boxes meet, until it answers false; ordered, for
-/// j >= i only.
-template <class Visit>
-class RunPairs {
-  public:
-    RunPairs(const EdgeTree& one, const EdgeTree& other, Pairs pairs, Visit visit)
-        : one_(one), other_(other), pairs_(pairs), visit_(visit) {}
-
-    /// Pairs of the groups `a` and `b` of one level.
-    bool between(std::size_t level, std::size_t a, std::size_t b) {
-        const Boxes& boxesA = one_.boxes(level, a);
-        const Boxes& boxesB = other_.boxes(level, b);
-        for (std::size_t lane = 0; lane < fanOut; ++lane) {
-            unsigned open =
-                meets(boxesB, {boxesA.lowX[lane], boxesA.lowY[lane]}, {boxesA.highX[lane], boxesA.highY[lane]});
-            if (pairs_ == Pairs::eOrdered && a == b)
-                open = open >> lane << lane;
-            for (; open != 0; open &= open - 1) {
-                const std::size_t i = a * fanOut + lane;
-                const std::size_t j = b * fanOut + detail::lowestBit(open);
-                if (!(level == 0 ? visit_(i, j) : between(level - 1, i, j)))
-                    return false;
-            }
-        }
-        return true;
-    }
-
-    /// All pairs. The deeper tree is gone down alone until both are on one level.
-    bool all(const detail::Extent& extentOfOne, const detail::Extent& extentOfOther) {
-        const std::size_t level = std::min(one_.levels(), other_.levels()) - 1;
-        bool goesOn = true;
-        eachGroup(one_, one_.levels() - 1, 0, level, extentOfOther, [&](std::size_t a) {
-            eachGroup(other_, other_.levels() - 1, 0, level, extentOfOne,
-                      [&](std::size_t b) { goesOn = goesOn && between(level, a, b); });
-        });
-        return goesOn;
-    }
-
-  private:
-    /// The groups of a level that may meet an extent, from a group further up.
-    template <class Take>
-    static void eachGroup(const EdgeTree& tree, std::size_t level, std::size_t group, std::size_t wanted,
-                          const detail::Extent& extent, Take take) {
-        if (level == wanted) {
-            take(group);
-            return;
-        }
-        unsigned open = meets(tree.boxes(level, group), extent.low, extent.high);
-        for (; open != 0; open &= open - 1)
-            eachGroup(tree, level - 1, group * fanOut + detail::lowestBit(open), wanted, extent, take);
-    }
-
-    const EdgeTree& one_;
-    const EdgeTree& other_;
-    Pairs pairs_;
-    Visit visit_;
-};
-
 /// The tree of the contour, made for the moment where it has none.
 class TreeOf {
   public:
@@ -233,26 +210,54 @@ class TreeOf {
     EdgeTree made_;
 };
 
-/// A number for each run. Runs of one number, other than 0, follow each other and all run within one quadrant of
-/// directions: they cross neither themselves nor each other.
-std::vector<std::uint32_t> quadrantChains(Runs runs) {
-    std::vector<std::uint32_t> chains;
-    chains.reserve(runs.count());
-    const auto isOneQuadrant = [](unsigned ways) { return (ways & 3U) != 0 && (ways & 12U) != 0; };
-    unsigned ways = 0;  // in which the chain so far may run: right, left, up, down
-    std::uint32_t chain = 0;
-    runs.each([&](const Run& run) {
-        const auto a = EightPlaces::load(run.from);
-        const auto b = EightPlaces::load(run.from + 1);
-        const auto all = [](const detail::EightBools& holds) { return holds.bits() == (1U << fanOut) - 1; };
-        const unsigned here = (all(b.x >= a.x) ? 1U : 0U) | (all(b.x <= a.x) ? 2U : 0U) | (all(b.y >= a.y) ? 4U : 0U) |
-                              (all(b.y <= a.y) ? 8U : 0U);
-        const bool goesOn = isOneQuadrant(ways & here);
-        chain += goesOn ? 0 : 1;
-        ways = goesOn ? ways & here : here;
-        chains.push_back(isOneQuadrant(here) ? chain : 0);
+/// The crossings of two contours without trees, which are small: every edge is asked about.
+std::vector<gmVector<2>> crossingsOfFew(const Crossed& other, const Crossed& contour) {
+    std::vector<gmVector<2>> positions;
+    Runs runs(contour.points, contour.closed);
+    detail::forEachEdge(other.points, other.closed, [&](const gmVector<2>& from, const gmVector<2>& to) {
+        Crossings question(Segment(from, to), true, contour.extent);
+        if (!question.reaches(contour.extent))
+            return;
+        runs.each([&](const Run& run) { question.look(run); });
+        sortAlong(question.found());
+        for (const Crossing& crossing : question.found())
+            positions.push_back(crossing.position);
     });
-    return chains;
+    return positions;
+}
+
+/// Calls visit(edge, other), each a chain of one, for the edges that may cross and have no vertex in common, the one
+/// with the lower number first, until it answers false.
+template <class Visit>
+bool eachClosePair(const Crossed& contour, Visit visit) {
+    const detail::Chains made(contour.points, contour.closed);
+    const std::vector<Chain>& chains = made.list();
+    const auto consider = [&](const Chain& edge, const Chain& other) {
+        const bool areNeighbours = other.first == edge.first + 1 ||
+                                   (contour.closed && edge.first == 0 && other.first + 1 == contour.points.size());
+        if (areNeighbours ||
+            !Strip(Segment(edge.from[0], edge.from[1]), contour.extent).isNear(other.from[0], other.from[1]))
+            return true;
+        return visit(edge, other);
+    };
+    const auto between = [&](std::size_t i, std::size_t j) {
+        return i == j || eachEdgePair(chains[i], chains[j], consider);
+    };
+    constexpr std::size_t few = 16;
+    if (chains.size() <= few) {
+        for (std::size_t i = 0; i < chains.size(); ++i)
+            for (std::size_t j = i + 1; j < chains.size(); ++j)
+                if (!between(i, j))
+                    return false;
+        return true;
+    }
+    std::vector<detail::Extent> boxes;
+    boxes.reserve(chains.size());
+    for (const Chain& chain : chains)
+        boxes.push_back(chain.box());
+    EdgeTree tree;
+    tree.build(boxes);
+    return detail::BoxPairs(tree, tree, detail::Pairs::eOrdered, between).between(tree.levels() - 1, 0, 0);
 }
 
 }  // namespace
@@ -274,11 +279,13 @@ std::vector<Crossing> detail::crossingsOf(const gmLineSeg& seg, bool includeEndp
 }
 
 std::vector<gmVector<2>> detail::crossingsOfEdges(const Crossed& other, const Crossed& contour) {
+    if (!other.tree && !contour.tree)
+        return crossingsOfFew(other, contour);
     const TreeOf otherTree(other);
     const TreeOf ownTree(contour);
     using Pair = std::pair<std::uint32_t, std::uint32_t>;
     std::vector<Pair> pairs;
-    RunPairs search(*otherTree, *ownTree, Pairs::eAll, [&](std::size_t i, std::size_t j) {
+    BoxPairs search(*otherTree, *ownTree, Pairs::eAll, [&](std::size_t i, std::size_t j) {
         pairs.emplace_back(static_cast<std::uint32_t>(i), static_cast<std::uint32_t>(j));
         return true;
     });
@@ -307,39 +314,23 @@ std::vector<gmVector<2>> detail::crossingsOfEdges(const Crossed& other, const Cr
 }
 
 bool detail::crossesItself(const Crossed& contour) {
-    const TreeOf tree(contour);
-    Runs runs(contour.points, contour.closed);
-    Runs otherRuns(contour.points, contour.closed);
-    const std::vector<std::uint32_t> chains = quadrantChains(runs);
-    const std::size_t n = contour.points.size();
-    const auto areNeighbours = [&](std::size_t k, std::size_t m) {
-        return m - k <= 1 || (contour.closed && k == 0 && m == n - 1);
+    const auto cross = [](const Chain& edge, const Chain& other) {
+        const Segment seg(edge.from[0], edge.from[1]);
+        return !gfRealEq(seg.from, seg.to, sameValue) && meeting(seg, other.from[0], other.from[1], false);
     };
-    const auto cross = [](const Segment& seg, const Segment& edge) {
-        return meeting(seg, edge.from, edge.to, false).has_value();
-    };
-    // Edges that share a vertex touch each other's ends, and count for neither.
-    RunPairs search(*tree, *tree, Pairs::eOrdered, [&](std::size_t i, std::size_t j) {
-        if (chains[i] == chains[j] && chains[i] != 0)
-            return true;
-        const Run first = runs.at(i);
-        const Run second = otherRuns.at(j);
-        for (unsigned edges = first.edges; edges != 0; edges &= edges - 1) {
-            const std::size_t lane = lowestBit(edges);
-            const Segment seg(first.from[lane], first.from[lane + 1]);
-            const Crossings question(seg, false, contour.extent);
-            for (unsigned open = question.candidates(second); open != 0; open &= open - 1) {
-                const std::size_t other = lowestBit(open);
-                const std::size_t k = first.first + lane;
-                const std::size_t m = second.first + other;
-                if (m < k || areNeighbours(k, m))
-                    continue;
-                const Segment edge(second.from[other], second.from[other + 1]);
-                if (cross(seg, edge) || cross(edge, seg))
-                    return false;
-            }
-        }
-        return true;
+    return !eachClosePair(
+        contour, [&](const Chain& edge, const Chain& other) { return !cross(edge, other) && !cross(other, edge); });
+}
+
+std::vector<bool> detail::crossableEdges(const Crossed& contour) {
+    std::vector<bool> crossable(contour.points.size(), false);
+    std::size_t patience = 2 * contour.points.size();
+    const bool areAllSeen = eachClosePair(contour, [&](const Chain& edge, const Chain& other) {
+        crossable[edge.first] = true;
+        crossable[other.first] = true;
+        return --patience > 0;
     });
-    return !search.between((*tree).levels() - 1, 0, 0);
+    if (!areAllSeen)
+        crossable.assign(crossable.size(), true);
+    return crossable;
 }

@@ -33,4 +33,9 @@ std::vector<gmVector<2>> crossingsOfEdges(const Crossed& other, const Crossed& c
 /// Whether an edge crosses another that does not touch its ends. The contour has tame coordinates.
 bool crossesItself(const Crossed& contour);
 
+/// Which edges a segment from one of their ends to the other, asked without the edges that touch its ends, may cross.
+/// Those that are not marked it does not cross. Where finding out would take too long, all are marked. The contour has
+/// tame coordinates.
+std::vector<bool> crossableEdges(const Crossed& contour);
+
 }  // namespace detail

@@ -43,8 +43,10 @@ class Runs {
         if (first >= lead && left >= fanOut + 1 - lead)
             return {&points_[first - lead], &points_[first], first, edges, vertices};
         // On the way into the contour its last vertex comes first, behind its end it is repeated.
-        for (std::size_t i = 0; i <= fanOut; ++i)
-            patch_.place[i] = points_[first + i < lead ? n - 1 : std::min(first + i - lead, n - 1)];
+        if (patched_ != index)
+            for (std::size_t i = 0; i <= fanOut; ++i)
+                patch_.place[i] = points_[first + i < lead ? n - 1 : std::min(first + i - lead, n - 1)];
+        patched_ = index;
         return {patch_.place, patch_.place + lead, first, edges, vertices};
     }
 
@@ -59,6 +61,7 @@ class Runs {
 
     const std::vector<gmVector<2>>& points_;
     bool closed_;
+    std::size_t patched_ = std::numeric_limits<std::size_t>::max();  // the run that stands in the patch
     // A union is not set to anything before it is needed.
     union Patch {
         Patch() {}

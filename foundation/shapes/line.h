@@ -21,7 +21,13 @@ inline bool gfHasDirection(const gmVector<2>& v) {
 /// True when the sine of the angle between the two is at most 1e-12 in magnitude, or either has no direction.
 inline bool gfAreParallel(const gmVector<2>& a, const gmVector<2>& b) {
     constexpr double parallelSine = 1e-12;
-    return !gfHasDirection(a) || !gfHasDirection(b) || std::fabs(a.cross(b)) <= parallelSine * a.len() * b.len();
+    if (!gfHasDirection(a) || !gfHasDirection(b))
+        return true;
+    const double area = std::fabs(a.cross(b));
+    // Mostly the squares tell, whatever rounding does to them.
+    if (area * area > 4.0 * parallelSine * parallelSine * a.dot(a) * b.dot(b))
+        return false;
+    return area <= parallelSine * a.len() * b.len();
 }
 
 /// The foot of the perpendicular from v on the line through `start` along `direction`; `start` without a direction.
