@@ -116,19 +116,10 @@ Points centres() {
     return places;
 }
 
-template <class Shape, class Ask>
-Contestant shapeAndQuestions(Shape shape, Points questions, Ask ask) {
-    return repeated([shape = std::move(shape), questions = std::move(questions), ask](std::size_t i) {
-        return ask(shape, pick(questions, i));
-    });
-}
-
-double distance(const Point& a, const Point& b) {
-    return a.distance(b);
-}
-
 using MakePoints = Points (*)(std::size_t);
-using MakeQuestions = Points (*)(const Inputs&);
+
+/// The places that a row asks about.
+using Places = Points (*)(const Inputs&);
 
 Points anywhere(const Inputs& in) {
     return in.questions;
@@ -137,52 +128,43 @@ Points inTheMiddle(const Inputs&) {
     return centres();
 }
 
-/// Both contestants of a row about places.
+/// Both contestants of a row.
 struct Pair {
     Entry ours;
     Entry plain;
 };
 
-Pair closestPoints(Row row, MakePoints points, MakeQuestions questions) {
-    return {{row, "ours",
-             [=](const Inputs& in) {
-                 return shapeAndQuestions(
-                     gmContour(points(in.n), true), questions(in),
-                     [](const gmContour& c, const Point& p) { return distance(c.closestPoint(p, false), p); });
-             }},
-            {row, "plain loop", [=](const Inputs& in) {
-                 return shapeAndQuestions(points(in.n), questions(in), [](const Points& shape, const Point& p) {
-                     return distance(closest(shape, p), p);
-                 });
-             }}};
+template <class Shape, class Ask>
+Contestant asked(Shape shape, Points questions, Ask ask) {
+    return repeated([shape = std::move(shape), questions = std::move(questions), ask](std::size_t i) {
+        return static_cast<double>(ask(shape, pick(questions, i)));
+    });
 }
 
-Pair closestVertices(Row row, MakePoints points, MakeQuestions questions) {
-    return {{row, "ours",
-             [=](const Inputs& in) {
-                 return shapeAndQuestions(
-                     gmContour(points(in.n), true), questions(in),
-                     [](const gmContour& c, const Point& p) { return distance(c.closestPoint(p, true), p); });
-             }},
-            {row, "plain loop", [=](const Inputs& in) {
-                 return shapeAndQuestions(points(in.n), questions(in), [](const Points& shape, const Point& p) {
-                     return distance(closestVertex(shape, p), p);
-                 });
-             }}};
+/// Ours asks a contour, which a region is as well; the loop asks the vertices.
+template <class Ours, class Plain>
+Pair aboutPlaces(Row row, MakePoints points, Places places, Ours ours, Plain plain) {
+    return {{row, "ours", [=](const Inputs& in) { return asked(gmRegion(points(in.n)), places(in), ours); }},
+            {row, "plain loop", [=](const Inputs& in) { return asked(points(in.n), places(in), plain); }}};
 }
 
-Pair insides(Row row, MakePoints points, MakeQuestions questions) {
-    return {{row, "ours",
-             [=](const Inputs& in) {
-                 return shapeAndQuestions(gmRegion(points(in.n)), questions(in), [](const gmRegion& r, const Point& p) {
-                     return static_cast<double>(r.inside(p, false));
-                 });
-             }},
-            {row, "plain loop", [=](const Inputs& in) {
-                 return shapeAndQuestions(points(in.n), questions(in), [](const Points& shape, const Point& p) {
-                     return static_cast<double>(isInside(shape, p));
-                 });
-             }}};
+Pair closestPoints(Row row, MakePoints points, Places places) {
+    return aboutPlaces(
+        row, points, places,
+        [](const gmRegion& region, const Point& p) { return region.closestPoint(p, false).distance(p); },
+        [](const Points& shape, const Point& p) { return closest(shape, p).distance(p); });
+}
+
+Pair closestVertices(Row row, MakePoints points, Places places) {
+    return aboutPlaces(
+        row, points, places,
+        [](const gmRegion& region, const Point& p) { return region.closestPoint(p, true).distance(p); },
+        [](const Points& shape, const Point& p) { return closestVertex(shape, p).distance(p); });
+}
+
+Pair insides(Row row, MakePoints points, Places places) {
+    return aboutPlaces(
+        row, points, places, [](const gmRegion& region, const Point& p) { return region.inside(p, false); }, isInside);
 }
 
 Pair segments(Row row, MakePoints points) {
