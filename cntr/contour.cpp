@@ -76,11 +76,14 @@ class Mapped {
     Mapped(const gmXform<2>& xform, pointer vertex) : xform_(xform), vertex_(vertex) {}
 
     gmVector<2> operator*() const { return xform_ * *vertex_; }
-    Mapped& operator++() {
-        ++vertex_;
+    gmVector<2> operator[](difference_type i) const { return xform_ * vertex_[i]; }
+    Mapped& operator+=(difference_type step) {
+        vertex_ += step;
         return *this;
     }
+    Mapped& operator++() { return *this += 1; }
     difference_type operator-(const Mapped& other) const { return vertex_ - other.vertex_; }
+    bool operator==(const Mapped& other) const { return vertex_ == other.vertex_; }
     bool operator!=(const Mapped& other) const { return vertex_ != other.vertex_; }
 
   private:
@@ -160,11 +163,13 @@ void gmContour::points(const std::vector<gmVector<2>>& points) {
 void gmContour::setPoints(const std::vector<gmVector<2>>& points) {
     cleanCacheInfo();
     points_ = points;
+    caches_.invalidate();  // whoever asked something meanwhile asked of the old vertices
     noteIfShared();
 }
 
 void gmContour::isClosed(bool closed) {
     closed_ = closed;
+    caches_.edgeIndex.invalidate();  // an observer that asks something sees the new edges
     cleanCacheInfo();
 }
 

@@ -46,8 +46,9 @@ struct Crossed;
 ///
 /// **Cost of searches.** The first question that searches the edges looks at all of them, O(n); the second builds a
 /// tree of boxes in O(n), and from then on a question costs O(log n) and what it finds, for outlines whose edges are
-/// short beside the whole; at the worst O(n) again. Up to 32 vertices, and with coordinates that are not finite or
-/// beyond 1e150, all are looked at. Answers are the same in each case, to the bit (docs/architecture.md tells why).
+/// short beside the whole; at the worst O(n) again. What asks as much as there are edges builds it at once. Up to 32
+/// vertices, and with coordinates that are not finite or beyond 1e150, all are looked at. Answers are the same in each
+/// case, to the bit (docs/architecture.md tells why).
 ///
 /// **Numbers.** Vertices are stored as given. NaN and infinite coordinates never crash a query and never disturb later
 /// answers; what they come to is said at the query. Places more than about 1e154 apart have no finite distance.
@@ -152,7 +153,7 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// Order: by square cell of that size (x, then y), by index within a cell. Only nearby cells are looked at. By
     /// index alone where there are no cells: for a tolerance that is infinite or has no finite reciprocal.
     /// Tolerance: strict; none is closer than 0 or NaN. With +infinity every vertex at a finite distance is near.
-    /// Cost: a search, whatever the tolerance, and O(m log m) for m vertices found.
+    /// Cost: a search, whatever the tolerance, and O(m) for m vertices found.
     std::vector<int> vertexIndex(const gmVector<2>& point, double tolerance) const;
 
     // ----- Intersections: contour_intersections.cpp

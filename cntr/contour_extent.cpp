@@ -25,11 +25,11 @@ gmRect boxOfEach(const std::vector<gmVector<2>>& points, const gmXform<2>& xform
 /// Whether what the transform maps tame coordinates to is finite.
 bool isTame(const gmXform<2>& xform) {
     const auto& values = xform.values();
-    return std::all_of(values.begin(), values.end(), [](double value) { return std::fabs(value) < 1e150; });
+    return std::all_of(values.begin(), values.end(), [](double value) { return detail::isTame(value); });
 }
 
 /// The box of the mapped vertices, from the four that lie farthest along the mapped axes.
-gmRect boxOfExtremes(const gmXform<2>& xform, const detail::EdgeTree* tree, detail::Runs runs) {
+gmRect boxOfExtremes(const gmXform<2>& xform, const detail::EdgeTree* tree, detail::Runs& runs) {
     const auto farthest = [&](double sign, std::size_t x, std::size_t translation) {
         const auto& values = xform.values();
         detail::Extreme question(sign * values[x], sign * values[x + 1], sign * values[translation]);
@@ -77,12 +77,17 @@ gmRect gmContour::computeBox(const gmXform<2>& xform) const {
     const detail::Extent& extent = caches_.edgeIndex.extent(points_);
     if (!extent.isTame || !isTame(xform))
         return boxOfEach(points_, xform, isIdentity);
-    if (!isIdentity)
-        return boxOfExtremes(xform, treeForOne(), detail::Runs(points_, isClosed()));
     gmRect box;
-    box.extend(extent.low);
-    box.extend(extent.high);
-    return box;
+    if (isIdentity) {
+        box.extend(extent.low);
+        box.extend(extent.high);
+    } else {
+        detail::Runs runs(points_, isClosed());
+        box = boxOfExtremes(xform, treeForOne(), runs);
+    }
+    // Of zeros, the first has the sign that counts.
+    const auto hasZero = [](const gmVector<2>& corner) { return corner.x() == 0.0 || corner.y() == 0.0; };
+    return hasZero(box.lower()) || hasZero(box.upper()) ? boxOfEach(points_, xform, isIdentity) : box;
 }
 
 gmRect gmContour::encloseRect(const gmXform<2>& xform) const {
@@ -90,7 +95,8 @@ gmRect gmContour::encloseRect(const gmXform<2>& xform) const {
     detail::RectCache& cache = caches_.encloseRect;
     const bool knewIdentity = cache.identity() != nullptr;
     const gmRect box = cache.get(xform, cachedVectorSize_, [&] { return computeBox(xform); });
-    if (knewIdentity && !cache.identity())
+    const bool knowsIdentity = cache.identity() != nullptr;
+    if (knewIdentity != knowsIdentity && (knewIdentity || xform != gmXform<2>::I))
         noteIfShared();
     return box;
 }

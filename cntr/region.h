@@ -105,7 +105,8 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     /// Deliberate: of an outline with a vertex that is NaN every point of the bounding box is inside.
     /// Throws: gmContourDefs::BadParams "holes form a cycle" when the answer for a hole would depend on itself.
     /// Cost: for each outline that is asked, a search within the bounding box and O(1) outside. For a point that is
-    /// within 1e-5 or so of an edge, or so close to a vertex that it matters where the ray passes, O(n log n).
+    /// within 1e-5 or so of an edge, or so close to a vertex that it matters where the ray passes, and for outlines
+    /// with a coordinate of 1e6 or more, O(n log n) at the worst.
     bool inside(const gmVector<2>& p, bool considerHoles) const;
 
     using gmContour::closestPoint;

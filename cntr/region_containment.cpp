@@ -106,6 +106,9 @@ long gmRegion::insideCount(const gmVector<2>& p, bool bothDirections) const {
 
 detail::Extent gmRegion::extentWithHoles() const {
     detail::Extent all = gmContour::caches_.edgeIndex.extent(points());
+    const gmRect* const box = gmContour::caches_.encloseRect.identity();
+    if (box && (box->lower() != all.low || box->upper() != all.high))
+        return detail::Extent();  // that of a mirror image is remembered, and decides what is outside
     for (const RegionCPtr& hole : holes_)
         all =
             hole.isNull() ? detail::Extent() : all.enclosing(hole->gmContour::caches_.edgeIndex.extent(hole->points()));
@@ -119,7 +122,7 @@ bool gmRegion::isOnVertex(const gmVector<2>& p) const {
                            [&](const gmVector<2>& v) { return !((v - p).len() > detail::touching); });
     detail::NearestVertex question(p);
     detail::Runs runs(points(), true);
-    askLeastFirst(gmContour::caches_.edgeIndex.forOne(points(), true), runs, question);
+    askLeastFirst(treeForOne(), runs, question);
     return question.distance() <= detail::touching;
 }
 
@@ -129,7 +132,8 @@ bool gmRegion::insideOutline(const gmVector<2>& p) const {
     const bool isFirst = !index.hasExtent();
     if (!isFirst && !isInBox(p))
         return false;
-    const std::optional<bool> inside = detail::isInsideEvenOdd(p, points(), index);
+    // A derived class may answer that it is open: then the ray decides.
+    const std::optional<bool> inside = isClosed() ? detail::isInsideEvenOdd(p, points(), index) : std::optional<bool>();
     if (isFirst && !isInBox(p))
         return false;
     const auto radius = [&] { return encloseCircle(gmContourDefs::eFromFirstVertex).radius(); };

@@ -53,6 +53,7 @@ void gmRegionSet::regions(const std::vector<RegionCPtr>& regions, gmContourDefs:
     std::vector<RegionCPtr> replaced = regions;
     cleanCacheInfo();
     std::swap(regions_, replaced);  // what is replaced ends last: it may be what keeps this set alive
+    caches_.invalidate();           // whoever asked something meanwhile asked of the old regions
     makeDataConsistentWithPoints();
     applyMode(mode);
 }
@@ -64,6 +65,7 @@ void gmRegionSet::regions(const std::vector<gmPtrHandle<gmRegion>>& regions, gmC
 void gmRegionSet::add(const RegionCPtr& region, gmContourDefs::IntersectionMode mode) {
     cleanCacheInfo();
     regions_.push_back(region);
+    caches_.invalidate();
     makeDataConsistentWithPoints();
     applyMode(mode);
 }

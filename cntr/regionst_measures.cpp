@@ -74,14 +74,12 @@ struct LeastDistance {
     void consider(double distance) {
         if (best > distance) {
             best = distance;
-            limit_ = std::min(detail::sameRoot(distance + rounding), detail::unlimited);
+            // Squares that are no normal numbers tell nothing.
+            const double square = std::max(detail::sameRoot(distance + rounding), std::numeric_limits<double>::min());
+            limit_ = std::min(square, detail::unlimited);
         }
     }
 };
-
-bool isFinite(const gmVector<2>& v) {
-    return std::isfinite(v.x()) && std::isfinite(v.y());
-}
 
 }  // namespace
 
@@ -112,7 +110,7 @@ std::vector<std::size_t> gmRegionSet::regionsAround(const gmVector<2>& point, co
 
 bool gmRegionSet::inside(const gmVector<2>& point, bool considerHoles) const {
     const detail::RegionIndex* const index = this->index();
-    if (!index || !isFinite(point))
+    if (!index || !detail::isTame(point))
         return std::any_of(regions_.begin(), regions_.end(),
                            [&](const RegionCPtr& region) { return region->inside(point, considerHoles); });
     for (const std::size_t i : regionsAround(point, *index)) {
@@ -129,7 +127,7 @@ double gmRegionSet::distToPoint(const gmVector<2>& point, bool vertexOnly, bool 
     checkEmptyRegionSet();
     const detail::RegionIndex* const index = this->index();
     constexpr double infinity = std::numeric_limits<double>::infinity();
-    if (!index || !isFinite(point) || (insideIsZero && caches_.regionIndex.asked < regions_.size())) {
+    if (!index || !detail::isTame(point) || (insideIsZero && caches_.regionIndex.asked < regions_.size())) {
         double best = infinity;
         for (const RegionCPtr& region : regions_) {
             const double distance = region->distToPoint(point, vertexOnly, considerHoles, insideIsZero);

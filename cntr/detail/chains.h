@@ -24,8 +24,8 @@ struct Chain {
     Chain without(std::size_t count) const { return {from + count, first + count, edges - count}; }
 
     Corners corners() const {
-        const Two a = placeOf(from[0]);
-        const Two b = placeOf(from[edges]);
+        const Two a = loadTwo(from[0]);
+        const Two b = loadTwo(from[edges]);
         return {smaller(a, b), larger(a, b)};
     }
     Extent box() const {
@@ -54,13 +54,13 @@ class Chains {
   private:
     /// Where the edges go: to the right or straight up 1, upwards or straight across 2, and 4 and 8 the other way.
     static unsigned waysOf(const gmVector<2>* from, std::size_t edges) {
-        Two at = placeOf(from[0]);
-        Two next = placeOf(from[1]);
+        Two at = loadTwo(from[0]);
+        Two next = loadTwo(from[1]);
         TwoBools rises = at <= next;
         TwoBools falls = next <= at;
         for (std::size_t i = 2; i <= edges; ++i) {
             at = next;
-            next = placeOf(from[i]);
+            next = loadTwo(from[i]);
             rises = rises & (at <= next);
             falls = falls & (next <= at);
         }

@@ -26,10 +26,6 @@ using detail::EightPlaces;
 using detail::Run;
 using detail::Runs;
 
-bool isTame(const gmVector<2>& v) {
-    return std::fabs(v.x()) <= 1e150 && std::fabs(v.y()) <= 1e150;
-}
-
 gmRect boxOf(const gmVector<2>& a, const gmVector<2>& b) {
     return gmRect(a, {}).enclose(gmRect(b, {}));
 }
@@ -257,14 +253,42 @@ bool eachClosePair(const Crossed& contour, Visit visit) {
         boxes.push_back(chain.box());
     EdgeTree tree;
     tree.build(boxes);
-    return detail::BoxPairs(tree, tree, detail::Pairs::eOrdered, between).between(tree.levels() - 1, 0, 0);
+    return detail::BoxPairs(tree, between).within(tree.levels() - 1, 0);
+}
+
+/// The boxes that meet the one around a group of boxes: a question to a tree.
+class CloseTo {
+  public:
+    explicit CloseTo(const Boxes& group)
+        : low_(smallest(Eight::load(group.lowX)), smallest(Eight::load(group.lowY))),
+          high_(largest(Eight::load(group.highX)), largest(Eight::load(group.highY))) {}
+
+    unsigned opens(const Boxes& boxes) const { return detail::meets(boxes, low_, high_); }
+
+  private:
+    gmVector<2> low_;
+    gmVector<2> high_;
+};
+
+/// Appends what each edge of a run crosses in some runs of another contour.
+void addCrossings(const Run& run, const std::vector<std::size_t>& others, Runs& runs, const detail::Extent& extent,
+                  std::vector<gmVector<2>>& positions) {
+    for (unsigned edges = run.edges; edges != 0; edges &= edges - 1) {
+        const std::size_t lane = detail::lowestBit(edges);
+        Crossings question(Segment(run.from[lane], run.from[lane + 1]), true, extent);
+        for (const std::size_t other : others)
+            question.look(runs.at(other));
+        sortAlong(question.found());
+        for (const Crossing& crossing : question.found())
+            positions.push_back(crossing.position);
+    }
 }
 
 }  // namespace
 
 std::vector<Crossing> detail::crossingsOf(const gmLineSeg& seg, bool includeEndpointEdges, const Crossed& contour) {
     Crossings question(Segment(seg.p1(), seg.p2()), includeEndpointEdges, contour.extent);
-    if (contour.extent.isTame && isTame(seg.p1()) && isTame(seg.p2())) {
+    if (contour.extent.isTame && detail::isTame(seg.p1()) && detail::isTame(seg.p2())) {
         Runs runs(contour.points, contour.closed);
         askInOrder(contour.tree, runs, question);
     } else {
@@ -283,32 +307,27 @@ std::vector<gmVector<2>> detail::crossingsOfEdges(const Crossed& other, const Cr
         return crossingsOfFew(other, contour);
     const TreeOf otherTree(other);
     const TreeOf ownTree(contour);
-    using Pair = std::pair<std::uint32_t, std::uint32_t>;
-    std::vector<Pair> pairs;
-    BoxPairs search(*otherTree, *ownTree, Pairs::eAll, [&](std::size_t i, std::size_t j) {
-        pairs.emplace_back(static_cast<std::uint32_t>(i), static_cast<std::uint32_t>(j));
-        return true;
-    });
-    search.all(other.extent, contour.extent);
-    std::sort(pairs.begin(), pairs.end());
-
     std::vector<gmVector<2>> positions;
     Runs otherRuns(other.points, other.closed);
     Runs ownRuns(contour.points, contour.closed);
-    for (auto pair = pairs.begin(); pair != pairs.end();) {
-        const Run run = otherRuns.at(pair->first);
-        const auto isOfAnother = [&](const Pair& p) { return p.first != pair->first; };
-        const auto end = std::find_if(pair, pairs.end(), isOfAnother);
-        for (unsigned edges = run.edges; edges != 0; edges &= edges - 1) {
-            const std::size_t lane = lowestBit(edges);
-            Crossings question(Segment(run.from[lane], run.from[lane + 1]), true, contour.extent);
-            for (auto own = pair; own != end; ++own)
-                question.look(ownRuns.at(own->second));
-            sortAlong(question.found());
-            for (const Crossing& crossing : question.found())
-                positions.push_back(crossing.position);
-        }
-        pair = end;
+    std::vector<std::size_t> close[fanOut];  // to each run of a group, the runs of this contour
+    for (std::size_t first = 0; first < otherRuns.count(); first += fanOut) {
+        const Boxes& group = (*otherTree).boxes(0, first / fanOut);
+        const CloseTo question(group);
+        for (auto& runs : close)
+            runs.clear();
+        const auto look = [&](std::size_t own) {
+            const Boxes& boxes = (*ownTree).boxes(0, own / fanOut);
+            const std::size_t lane = own % fanOut;
+            unsigned meeting =
+                meets(group, {boxes.lowX[lane], boxes.lowY[lane]}, {boxes.highX[lane], boxes.highY[lane]});
+            for (; meeting != 0; meeting &= meeting - 1)
+                close[lowestBit(meeting)].push_back(own);
+        };
+        walkInOrder(*ownTree, (*ownTree).levels() - 1, 0, question, look);
+        for (std::size_t i = 0; i < fanOut; ++i)
+            if (!close[i].empty())
+                addCrossings(otherRuns.at(first + i), close[i], ownRuns, contour.extent, positions);
     }
     return positions;
 }

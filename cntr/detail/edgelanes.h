@@ -7,12 +7,6 @@
 
 namespace detail {
 
-/// x and y.
-inline Two loadTwo(const gmVector<2>& v) {
-    const double xy[] = {v.x(), v.y()};
-    return loadTwo(xy);
-}
-
 /// The lengths of two vectors.
 inline Two lengths(const Two& a, const Two& b) {
     const Two aa = a * a;

@@ -64,7 +64,7 @@ void detail::EdgeTree::build(const std::vector<gmVector<2>>& points, bool closed
 }
 
 void detail::EdgeTree::build(const std::vector<Extent>& boxes) {
-    fill(boxes.size(), [&](std::size_t i) { return Corners{placeOf(boxes[i].low), placeOf(boxes[i].high)}; });
+    fill(boxes.size(), [&](std::size_t i) { return Corners{loadTwo(boxes[i].low), loadTwo(boxes[i].high)}; });
 }
 
 detail::Extent detail::Extent::enclosing(const Extent& other) const {
@@ -74,14 +74,12 @@ detail::Extent detail::Extent::enclosing(const Extent& other) const {
 }
 
 detail::Extent detail::GrowingExtent::extent() const {
-    // Differences of such coordinates have finite squares, and sums of those are finite.
-    constexpr double tame = 1e150;
     double value[6];
     storeTwo(corners.low, value);
     storeTwo(corners.high, value + 2);
     storeTwo(sum, value + 4);
     const bool isTame = std::isfinite(value[4]) && std::isfinite(value[5]) &&
-                        std::all_of(value, value + 4, [](double corner) { return std::fabs(corner) <= tame; });
+                        std::all_of(value, value + 4, [](double corner) { return detail::isTame(corner); });
     return {{value[0], value[1]}, {value[2], value[3]}, isTame};
 }
 
@@ -91,9 +89,9 @@ void detail::EdgeIndex::computeExtent(const std::vector<gmVector<2>>& points) {
     std::size_t i = 0;
     for (; i + 4 <= points.size(); i += 4)
         for (std::size_t part = 0; part < 4; ++part)
-            parts[part].extend(placeOf(points[i + part]));
+            parts[part].extend(loadTwo(points[i + part]));
     for (; i < points.size(); ++i)
-        parts[0].extend(placeOf(points[i]));
+        parts[0].extend(loadTwo(points[i]));
     for (std::size_t part = 1; part < 4; ++part)
         parts[0].extend(parts[part]);
     learnExtent(parts[0].extent());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -18,11 +19,22 @@ struct alignas(64) Boxes {
     double highY[fanOut];
 };
 
+/// Coordinates up to this, in magnitude, are tame: differences of them have finite squares, and sums of those are
+/// finite.
+constexpr double tameLimit = 1e150;
+
+inline bool isTame(double coordinate) {
+    return std::fabs(coordinate) <= tameLimit;
+}
+inline bool isTame(const gmVector<2>& v) {
+    return isTame(v.x()) && isTame(v.y());
+}
+
 /// The two corners of what encloses all vertices.
 struct Extent {
     gmVector<2> low;
     gmVector<2> high;
-    /// Whether all coordinates are finite, and small enough for squares of differences to be.
+    /// Whether all coordinates are. Where not, the corners mean nothing.
     bool isTame = false;
 
     /// Tame if both are.

@@ -32,8 +32,8 @@ class RayToTheRight {
         const double halfStep = 0.5 * pi / static_cast<double>(points.size());
         const double noMoreThanItsSine = halfStep * (1.0 - halfStep * halfStep / 6.0);
         radius_ = clearOfVertices / noMoreThanItsSine + clearOfEdges;
-        before_ = detail::placeOf(p) - detail::both(radius_);
-        beyond_ = detail::placeOf(p) + detail::both(radius_);
+        before_ = detail::loadTwo(p) - detail::both(radius_);
+        beyond_ = detail::loadTwo(p) + detail::both(radius_);
     }
 
     bool isTooClose() const { return isTooClose_; }
@@ -49,9 +49,9 @@ class RayToTheRight {
     detail::Extent crossAllAndLearn() {
         detail::GrowingExtent all;
         runs_.each([&](const Run& run) {
-            detail::GrowingExtent here{{detail::placeOf(run.from[0]), detail::placeOf(run.from[0])}, detail::both(0.0)};
+            detail::GrowingExtent here{{detail::loadTwo(run.from[0]), detail::loadTwo(run.from[0])}, detail::both(0.0)};
             for (std::size_t i = 1; i <= fanOut; ++i)
-                here.extend(detail::placeOf(run.from[i]));
+                here.extend(detail::loadTwo(run.from[i]));
             all.extend(here);
             cross(run, here.corners);
         });

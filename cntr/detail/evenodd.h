@@ -8,8 +8,8 @@
 
 namespace detail {
 
-/// Whether the end of any ray from p that is as long as gmRegion::inside says is beyond every edge: p within the
-/// extent, and `radius` the largest distance from the first vertex to another, or less than that.
+/// Whether the end of any ray from p that is as long as gmRegion::inside says is beyond every edge, with
+/// `radius` the largest distance from the first vertex to another, or less than that.
 bool isClearOfEnd(const gmVector<2>& p, const gmVector<2>& first, const Extent& extent, double radius);
 /// The same, told from the extent alone: every side of it has a vertex.
 bool isClearOfEnd(const gmVector<2>& p, const gmVector<2>& first, const Extent& extent);

@@ -109,7 +109,7 @@ class NearestEdge : public Nearest {
     /// Most runs of a scan end here: their box is not near enough.
     bool mayBeNear(const Run& run) const {
         const Corners box = Corners::of(run);
-        const Two p = placeOf(point_);
+        const Two p = loadTwo(point_);
         const Two away = larger(both(0.0), larger(box.low - p, p - box.high));
         double x[2];
         storeTwo(away, x);

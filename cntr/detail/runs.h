@@ -11,10 +11,6 @@
 
 namespace detail {
 
-inline Two placeOf(const gmVector<2>& v) {
-    return loadTwo(reinterpret_cast<const double*>(&v));
-}
-
 /// Eight consecutive edges: edge first + i joins from[i] to from[i + 1]. Where the contour ends within a run, its last
 /// vertex is repeated: the bits say what there is.
 struct Run {
@@ -85,9 +81,9 @@ struct Corners {
 
     /// Of places none of which is NaN.
     static Corners of(const Run& run) {
-        Corners corners{placeOf(run.from[0]), placeOf(run.from[0])};
+        Corners corners{loadTwo(run.from[0]), loadTwo(run.from[0])};
         for (std::size_t i = 1; i <= fanOut; ++i)
-            corners.extend(placeOf(run.from[i]));
+            corners.extend(loadTwo(run.from[i]));
         return corners;
     }
 };

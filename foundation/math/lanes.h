@@ -161,6 +161,11 @@ inline double second(const Two& a) {
 
 #endif
 
+inline Two loadTwo(const gmVector<2>& v) {
+    const double xy[] = {v.x(), v.y()};
+    return loadTwo(xy);
+}
+
 /// The lanes of eight where something holds.
 struct EightBools {
     TwoBools two[4];
