@@ -68,13 +68,15 @@ gmVector<2> rayDirection(const std::vector<gmVector<2>>& points, const gmVector<
     const double wideEnough = pi / static_cast<double>(points.size());
     detail::Runs runs(points, true);
     // The first gap that is wide enough mostly comes early: a thin wedge has it, unless vertices are crowded there.
-    for (double angle = 8.0 * wideEnough; angle < 1.5; angle *= 8.0) {
+    double angle = 8.0 * wideEnough;
+    while (angle < 1.5) {
         Wedge wedge(p, angle);
         askInOrder(tree, runs, wedge);
         if (const auto direction = firstGap(wedge.angles(), wideEnough, false))
             return *direction;
         if (wedge.angles().size() > points.size() / 8)
             break;
+        angle *= 8.0;
     }
     std::vector<double> angles;
     angles.reserve(points.size());

@@ -60,7 +60,7 @@ class Runs {
     std::size_t patched_ = std::numeric_limits<std::size_t>::max();  // the run that stands in the patch
     // A union is not set to anything before it is needed.
     union Patch {
-        Patch() {}
+        Patch() {}  // NOLINT(modernize-use-equals-default): there is none by default
         gmVector<2> place[fanOut + 1];
     } patch_;
 };

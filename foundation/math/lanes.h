@@ -189,7 +189,7 @@ struct Eight {
         return {loadTwo(from), loadTwo(from + 2), loadTwo(from + 4), loadTwo(from + 6)};
     }
     void store(double* to) const {
-        for (int i = 0; i < 4; ++i)
+        for (std::size_t i = 0; i < 4; ++i)
             storeTwo(two[i], to + 2 * i);
     }
 };
