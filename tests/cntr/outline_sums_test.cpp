@@ -171,8 +171,9 @@ TEST(TriangleFan, TurnsTheBaseAsThePlainTriangleDoesAroundTheLimit) {
                 const gmMatrix<2> rotation(angle, angle, 1.0, 1.0);
                 for (int i = 0; i < 8; i++) {
                     // hypot(excess, height) - height = 1e-10 here, times a share.
-                    const double excess = std::sqrt((1e-10 + 2.0 * height) * 1e-10) *
-                                          random.oneOf<double>({0.0, 0.5, 1 - 1e-9, 1, 1 + 1e-9, 1.2, 1.5, 2, 3, 9});
+                    const double excess =
+                        std::sqrt((1e-10 + 2.0 * height) * 1e-10) *
+                        random.oneOf<double>({-9, -1, 0.0, 0.5, 1 - 1e-9, 1, 1 + 1e-9, 1.2, 1.5, 2, 3, 9});
                     const double x = random.chance(0.5) ? -excess : base + excess;
                     const double side = random.chance(0.5) ? 1.0 : -1.0;
                     corners.push_back({rotation * gmVector<2>(base, 0.0), rotation * gmVector<2>(x, side * height)});

@@ -264,6 +264,18 @@ TEST(ConvexHullOfMany, WhoseLastPointsOrientationsAreNotExactFor) {
             }
 }
 
+TEST(ConvexHullOfMany, OfNumbersWhoseProductsVanish) {
+    Random random(18);
+    for (const double unit : {1e-163, 1e-162, 1e-161, 1e-160, 1e-158})
+        for (const int n : {72, 128, 1024})
+            for (int repeat = 0; repeat < 30; ++repeat) {
+                const int size = random.integer(3, 90);
+                ASSERT_NO_FATAL_FAILURE(expectPlainHull(drawn(n, [&](int, int) {
+                    return random.gridVector(size) * unit;
+                }))) << unit;
+            }
+}
+
 TEST(ConvexHullOfMany, LeavesOutWhatIsNotFinite) {
     Random random(15);
     const double odd[] = {nan, infinity, -infinity};
