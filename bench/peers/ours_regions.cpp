@@ -2,6 +2,7 @@
 #include <sstream>
 
 #include "bench/peers/ours.h"
+#include "cntr/inertia.h"
 #include "cntr/region.h"
 #include "cntr/regionst.h"
 
@@ -145,14 +146,11 @@ const Entry entries[] = {
              });
      }},
     {Row::area, ours,
-     [](const Inputs& in) {
-         return coldShape(in, gmRegion(in.outline),
-                          [](const gmRegion& region, std::size_t) { return region.area(false); });
-     }},
+     [](const Inputs& in) { return keepsNothing(in, [points = in.outline](std::size_t) { return gf_Area(points); }); }},
     {Row::centre, ours,
      [](const Inputs& in) {
-         return coldShape(in, gmRegion(in.outline), [](const gmRegion& region, std::size_t) {
-             const Point centre = region.centerOfMass(false);
+         return keepsNothing(in, [points = in.outline](std::size_t) {
+             const Point centre = gf_CenterOfMass(points);
              return centre.x() + centre.y();
          });
      }},

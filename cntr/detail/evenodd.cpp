@@ -29,9 +29,9 @@ class RayToTheRight {
   public:
     RayToTheRight(const gmVector<2>& p, const std::vector<gmVector<2>>& points)
         : p_(p), points_(points), runs_(points, true) {
-        const double halfStep = 0.5 * pi / static_cast<double>(points.size());
-        const double noMoreThanItsSine = halfStep * (1.0 - halfStep * halfStep / 6.0);
-        radius_ = clearOfVertices / noMoreThanItsSine + clearOfEdges;
+        // The sine of half a step, up to a sixth of pi, is more than 0.95 times that.
+        constexpr double perVertex = clearOfVertices * 2.0 / (0.95 * pi);
+        radius_ = perVertex * static_cast<double>(points.size()) + clearOfEdges;
         before_ = detail::loadTwo(p) - detail::both(radius_);
         beyond_ = detail::loadTwo(p) + detail::both(radius_);
     }
@@ -43,7 +43,10 @@ class RayToTheRight {
 
     /// The same without a tree: the boxes of the runs are made on the way.
     void crossAll() {
-        runs_.each([&](const Run& run) { cross(run, detail::Corners::of(run)); });
+        if (points_.size() <= detail::EdgeIndex::scanAtMost)
+            runs_.each([&](const Run& run) { look(run); });
+        else
+            runs_.each([&](const Run& run) { cross(run, detail::Corners::of(run)); });
     }
     /// The same with what encloses all vertices.
     detail::Extent crossAllAndLearn() {
@@ -115,8 +118,7 @@ class RayToTheRight {
         // p is to the left of an edge that goes up, to the right of one that goes down: the crossing is to its right.
         const unsigned left = (span > 0.0).bits();
         const unsigned crossed = (startAbove ^ endAbove) & ~(left ^ endAbove) & run.edges;
-        for (unsigned rest = crossed; rest != 0; rest &= rest - 1)
-            isOdd_ = !isOdd_;
+        isOdd_ ^= __builtin_parity(crossed) != 0;
     }
 
     /// All the edges under the box are to the right: of those that go up and those that go down past p there are as
@@ -148,7 +150,7 @@ bool detail::isClearOfEnd(const gmVector<2>& p, const gmVector<2>& first, const 
     const auto isShorter = [](const gmVector<2>& v, double than) { return v.dot(v) < than * than; };
     const gmVector<2> across(std::max(p.x() - extent.low.x(), extent.high.x() - p.x()),
                              std::max(p.y() - extent.low.y(), extent.high.y() - p.y()));
-    return reach > 0.0 && (isShorter(p - first, reach) || isShorter(across, radius + reach));
+    return reach > 0.0 && (isShorter(across, radius + reach) || isShorter(p - first, reach));
 }
 
 bool detail::isClearOfEnd(const gmVector<2>& p, const gmVector<2>& first, const Extent& extent) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 
 #include "cntr/detail/runs.h"
@@ -51,7 +52,10 @@ struct Found {
 class Within {
   public:
     Within(double tolerance, const gmVector<2>& point)
-        : tolerance_(tolerance), point_(point), limit_(std::min(detail::sameRoot(tolerance), detail::unlimited)) {
+        : tolerance_(tolerance),
+          point_(point),
+          limit_(std::min(detail::sameRoot(tolerance), detail::unlimited)),
+          sure_(tolerance * tolerance * (1.0 - 2e-15) - 1e-300) {
         const bool areCells = std::isfinite(tolerance) && std::isfinite(1.0 / tolerance);
         if (areCells && !std::isnan(point.x()) && !std::isnan(point.y()))
             cells_.emplace(point, tolerance);
@@ -64,37 +68,53 @@ class Within {
         const detail::Eight x = places.x - point_.x();
         const detail::Eight y = places.y - point_.y();
         const detail::Eight squares = x * x + y * y;
-        if (((squares <= limit_).bits() & run.vertices) == 0)
+        unsigned near = (squares <= limit_).bits() & run.vertices;
+        if (near == 0)
             return;
-        for (unsigned near = (squareRoot(squares) < tolerance_).bits() & run.vertices; near != 0; near &= near - 1) {
+        if ((near & ~(squares <= sure_).bits()) != 0)
+            near = (squareRoot(squares) < tolerance_).bits() & run.vertices;
+        for (; near != 0; near &= near - 1) {
             const unsigned lane = detail::lowestBit(near);
             const std::optional<std::size_t> cell = cells_ ? cells_->number(run.own[lane]) : 0;
-            if (found_.empty())
-                found_.reserve(2 * detail::fanOut);
             if (cell)
-                found_.push_back({static_cast<int>(run.first + lane), *cell});
+                add({static_cast<int>(run.first + lane), *cell});
         }
     }
 
     /// By cell; within a cell as they were found, which is by index.
     std::vector<int> found() const {
         std::size_t starts[cellCount + 1] = {};
-        for (const Found& vertex : found_)
-            ++starts[vertex.cell + 1];
+        forEachFound([&](const Found& vertex) { ++starts[vertex.cell + 1]; });
         for (std::size_t i = 1; i < cellCount; ++i)
             starts[i] += starts[i - 1];
-        std::vector<int> indices(found_.size());
-        for (const Found& vertex : found_)
-            indices[starts[vertex.cell]++] = vertex.index;
+        std::vector<int> indices(foundCount_);
+        forEachFound([&](const Found& vertex) { indices[starts[vertex.cell]++] = vertex.index; });
         return indices;
     }
 
   private:
+    // As many as most questions find stand in the object itself.
+    void add(const Found& vertex) {
+        if (foundCount_ < std::size(firstFound_))
+            firstFound_[foundCount_] = vertex;
+        else
+            moreFound_.push_back(vertex);
+        ++foundCount_;
+    }
+    template <class Visit>
+    void forEachFound(Visit visit) const {
+        std::for_each(firstFound_, firstFound_ + std::min(foundCount_, std::size(firstFound_)), visit);
+        std::for_each(moreFound_.begin(), moreFound_.end(), visit);
+    }
+
     double tolerance_;
     gmVector<2> point_;
-    double limit_;
+    double limit_;                // squares above this are too far
+    double sure_;                 // up to this, near enough; none so small that they round coarsely
     std::optional<Cells> cells_;  // none of a size that cannot be numbered
-    std::vector<Found> found_;
+    std::size_t foundCount_ = 0;
+    Found firstFound_[2 * detail::fanOut];
+    std::vector<Found> moreFound_;
 };
 
 }  // namespace
