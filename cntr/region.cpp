@@ -34,10 +34,9 @@ gmRegion& gmRegion::operator=(const gmRegion& other) {
     // the other region alive.
     std::vector<RegionCPtr> holes = other.holes_;
     detail::RegionCaches caches = other.caches_;
-    gmContour::operator=(other);
+    gmContour::operator=(other);  // sets that share the region know from this on
     std::swap(holes_, holes);
     std::swap(caches_, caches);
-    noteIfShared();
     return *this;
 }
 

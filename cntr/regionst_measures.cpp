@@ -96,8 +96,7 @@ const detail::RegionIndex* gmRegionSet::index() const {
 }
 
 void gmRegionSet::askUpTo(std::size_t count) const {
-    for (std::size_t& asked = caches_.regionIndex.asked; asked < count; ++asked)
-        regions_[asked]->encloseRect(gmXform<2>::I);
+    caches_.regionIndex.askUpTo(count, [&](std::size_t i) { regions_[i]->encloseRect(gmXform<2>::I); });
 }
 
 std::vector<std::size_t> gmRegionSet::regionsAround(const gmVector<2>& point, const detail::RegionIndex& index) const {
@@ -127,7 +126,7 @@ double gmRegionSet::distToPoint(const gmVector<2>& point, bool vertexOnly, bool 
     checkEmptyRegionSet();
     const detail::RegionIndex* const index = this->index();
     constexpr double infinity = std::numeric_limits<double>::infinity();
-    if (!index || !detail::isTame(point) || (insideIsZero && caches_.regionIndex.asked < regions_.size())) {
+    if (!index || !detail::isTame(point) || (insideIsZero && index->asked() < regions_.size())) {
         double best = infinity;
         for (const RegionCPtr& region : regions_) {
             const double distance = region->distToPoint(point, vertexOnly, considerHoles, insideIsZero);

@@ -51,7 +51,7 @@ void detail::RegionIndex::build(const std::vector<Extent>& boxes) {
     const Extent area = std::accumulate(boxes.begin(), boxes.end(), boxes.front(),
                                         [](const Extent& a, const Extent& b) { return a.enclosing(b); });
     if (!area.isTame) {
-        giveUp();
+        state_ = State::eUseless;  // only asking each can tell
         return;
     }
     largest_ = std::max({-area.low.x(), -area.low.y(), area.high.x(), area.high.y()});
@@ -65,6 +65,6 @@ void detail::RegionIndex::build(const std::vector<Extent>& boxes) {
     for (const std::size_t region : order_)
         sorted.push_back(boxes[region]);
     tree_.build(sorted);
-    asked = 0;
+    asked_ = 0;
     state_ = State::eBuilt;
 }

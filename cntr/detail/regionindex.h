@@ -21,10 +21,8 @@ class RegionIndex {
 
     /// Whether it is worth making now.
     bool isWanted(std::size_t regions);
-    /// Makes it of the regions' boxes.
+    /// Makes it of the regions' boxes; it stays unmade where not all coordinates are tame.
     void build(const std::vector<Extent>& boxes);
-    /// There is something about the regions that only asking each can tell.
-    void giveUp() { state_ = State::eUseless; }
     bool isBuilt() const { return state_ == State::eBuilt; }
 
     const EdgeTree& tree() const { return tree_; }
@@ -33,9 +31,15 @@ class RegionIndex {
     /// The largest coordinate, in magnitude.
     double largest() const { return largest_; }
 
-    /// How many regions, from the first on, have been asked for their box under the identity as the plain procedure
-    /// does for each: what they remember and the random sequence are as it leaves them.
-    std::size_t asked = 0;
+    /// Calls ask(i) for those of the first `count` regions that it was not called for since the index was made. It is
+    /// to ask for the box under the identity, as the plain procedure does for each: what they remember and the random
+    /// sequence are then as that leaves them.
+    template <class Ask>
+    void askUpTo(std::size_t count, Ask ask) {
+        for (; asked_ < count; ++asked_)
+            ask(asked_);
+    }
+    std::size_t asked() const { return asked_; }
 
     void invalidate() { state_ = State::eNotAsked; }
 
@@ -44,6 +48,7 @@ class RegionIndex {
 
     State state_ = State::eNotAsked;
     std::uint64_t changes_ = 0;  // when that was so
+    std::size_t asked_ = 0;      // how many, from the first on
     std::vector<std::size_t> order_;
     double largest_ = 0.0;
     EdgeTree tree_;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <vector>
 
 #include "cntr/region.h"
@@ -84,6 +85,50 @@ TEST(SearchedRegionSet, LetsARegionThatRemembersAMirrorImageDecide) {
         EXPECT_EQ(set.inside(justAbove, false), answer);
         EXPECT_EQ(set.distToPoint(justAbove, false, false, true), answer ? 0.0 : first->distToPoint(justAbove, false));
     }
+}
+
+TEST(SearchedRegionSet, AsksNoRegionBehindTheFirstThatHoldsThePoint) {
+    // Both hold (20, 20); the second comes first in any order by place.
+    std::vector<gmPtrHandle<gmRegion>> regions;
+    regions.emplace_back(new gmRegion({{15, 15}, {35, 15}, {35, 35}, {15, 35}}));
+    regions.emplace_back(new gmRegion({{5, 5}, {25, 5}, {25, 25}, {5, 25}}));
+    rowOfSquares(regions, 0);
+    const gmRegionSet set(regions);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_TRUE(set.inside({30, 30}, false));
+    EXPECT_TRUE(set.inside({20, 20}, false));
+    // A mirror image or a stretch shares the entry of what is remembered.
+    const gmXform<2> stretch(gmMatrix<2>(1, 0, 0, 2), {0, 0});
+    EXPECT_EQ(regions[0]->encloseRect(stretch).upper(), gmVector<2>(35, 35)) << "was asked";
+    EXPECT_EQ(regions[1]->encloseRect(stretch).upper(), gmVector<2>(25, 50)) << "was not asked";
+}
+
+/// Asks something while its holes are being set.
+class Asking : public gmRegion {
+  public:
+    explicit Asking(const std::vector<gmVector<2>>& points) : gmContour(points, true) {}
+    void makeDataConsistentWithPoints() override {
+        if (ask)
+            ask();
+    }
+    std::function<void()> ask;
+};
+
+TEST(SearchedRegionSet, ForgetsWhatItLearntWhileHolesWereSet) {
+    std::vector<gmPtrHandle<gmRegion>> squares;
+    rowOfSquares(squares, 0);
+    auto* const asking = new Asking({{0, 2}, {1, 2}, {1, 3}, {0, 3}});
+    squares.emplace_back(asking);
+    const gmRegionSet set(squares);
+    const gmVector<2> farAway(1000, 1000);
+    const auto distance = [&] { return set.distToPoint(farAway, false, true, false); };
+    asking->ask = [&] {
+        for (int i = 0; i < 3; ++i)
+            EXPECT_GT(distance(), 900);
+    };
+    asking->holes(std::vector<RegionCPtr>{RegionCPtr(new gmRegion({{1000, 1001}, {1001, 1001}, {1001, 1002}}))});
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(distance(), 1);
 }
 
 TEST(SearchedRegionSet, AnswersForAPointSoFarAwayThatDistancesOverflow) {
