@@ -137,7 +137,8 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// The point of the contour nearest to `point`; with `vertexOnly`, the nearest vertex.
     /// A zero-length edge is its start.
     /// Ties: the first edge, so on a closed contour the closing edge; the first vertex.
-    /// Deliberate: (0, 0) when there is no edge (an open contour of one vertex) or no distance is finite.
+    /// Deliberate: (0, 0) when there is no edge (an open contour of one vertex) or no distance is finite; with
+    /// `vertexOnly`, vertex 0 then.
     /// Cost: a search.
     gmVector<2> closestPoint(const gmVector<2>& point, bool vertexOnly) const;
 
@@ -195,7 +196,8 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     /// Deliberate: the default circle when no two vertices are apart (eMaxVertexPair).
     /// Throws: gmContourDefs::BadParams "diameterMode is not one of the valid enums"; gmContourDefs::EmptyContour
     /// without a vertex (eFromFirstVertex).
-    /// Cost: eMaxVertexPair O(n) for the tree and little more, O(n * n) at the worst; eFromFirstVertex O(n); later O(1).
+    /// Cost: eMaxVertexPair O(n) for the tree and little more, O(n * n) at the worst; eFromFirstVertex O(n); later
+    /// O(1).
     gmCircle encloseCircle(gmContourDefs::DiameterMode mode) const;
 
     /// Twice the radius of encloseCircle(mode).
@@ -212,6 +214,7 @@ class MOKCNTR_API gmContour : public virtual gmPersistent, public virtual gmRepB
     gmVector<2> extremalVertexPosition(const gmRadian& angle) const;
 
     /// Makes `hull` the region of the vertices of the convex hull, see gfConvexHull. `hull` may be this contour.
+    /// That it changes is not reported, as with assignment.
     /// Cost: O(n log n), later that of a copy.
     void convexHull(gmRegion& hull) const;
 

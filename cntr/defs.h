@@ -20,7 +20,7 @@ class MOKCNTR_API gmContourDefs {
     /// Which circle encloses a contour.
     enum DiameterMode : int {
         /// The circle on the farthest pair of vertices: its diameter is the largest distance between two vertices.
-        /// It need not enclose every vertex. Quadratic in the number of vertices.
+        /// It need not enclose every vertex. Linear and little more in their number, quadratic at the worst.
         eMaxVertexPair = 0,
         /// The circle around the first vertex through the one farthest from it: it encloses every vertex, and its
         /// diameter is at most twice the largest distance. Linear.

@@ -28,7 +28,7 @@ class MOKCNTR_API gm_InertiaData {
     /// The union of two figures that do not overlap, by the parallel-axis rule. A figure of the opposite orientation
     /// is subtracted: of two such, the one with the smaller signed area. A figure of area 0 adds nothing: the other
     /// comes back unchanged.
-    /// Deliberate: figures whose areas cancel (to 1e-16) have their centre at (0, 0).
+    /// Deliberate: figures whose areas cancel (to 1e-16 square units) have their centre at (0, 0).
     gm_InertiaData operator+(const gm_InertiaData& other) const;
 
   private:
@@ -61,8 +61,8 @@ MOKCNTR_API gmVector<2> centerOfMass(const std::vector<gmVector<2>>& points);
 MOKCNTR_API gmVector<2> gf_CenterOfMass(const std::vector<gmVector<2>>& points);
 MOKCNTR_API gmVector<2> gf_CenterOfMass(const std::vector<gmEdgelet>& edgelets);
 
-/// The uniform ellipse with the same centre and second moments (up to one common factor with the area): the x radius
-/// lies along `rotation` and is the larger one, where no moment is negative. Reads a symmetric matrix.
+/// The uniform ellipse with the same centre and second moments; its area may be another. The x radius lies along
+/// `rotation`, which is in [-pi/2, pi/2], and is the larger one, where no moment is negative. Reads a symmetric matrix.
 /// Throws: gmMathError::Singular when a principal moment is 1e-12 or less in magnitude.
 MOKCNTR_API gmEllipse gf_EllipseFromInertiaData(const gm_InertiaData& data);
 

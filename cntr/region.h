@@ -69,7 +69,8 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     bool operator!=(const gmRegion& other) const { return !(*this == other); }
 
     const std::vector<RegionCPtr>& holes() const { return holes_; }
-    /// Replaces the holes, in this order; an empty vector removes them all. Every cache is dropped, and the change is
+    /// Replaces the holes, in this order; an empty vector removes them all. Both vectors may be meant by a braced list:
+    /// write its type, as in holes(std::vector<RegionCPtr>{...}). Every cache is dropped, and the change is
     /// reported, also when the new holes are refused; then the region keeps the old ones.
     /// Throws: gmBadPointer for an empty handle; gmContourDefs::BadParams "holes cannot intersect region" for a hole
     /// whose outline has a point in common with this one's, as gmContour::intersections finds them;
@@ -85,7 +86,8 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     void isClosed(bool closed) override;
 
     using gmContour::map;
-    /// Makes `out` a region of the mapped vertices, with this one's label. `out` may be this region.
+    /// Makes `out` a region of the mapped vertices, with this one's label. `out` may be this region. An observer of its
+    /// changes already sees the new vertices.
     /// Deliberate: the holes are not mapped, `out` ends without any; and its cachedVectorSize becomes 3.
     void map(const gmXform<2>& xform, gmRegion& out) const;
 
@@ -162,7 +164,8 @@ class MOKCNTR_API gmRegion : public virtual gmContour {
     /// Makes `out` the outer boundary of an outline that crosses itself, traced until it is back at its start. Where
     /// the boundary touches itself it passes more than once, so that a bow-tie becomes two triangles that share a
     /// vertex; an outline with many crossings gets many times as many vertices. Of an outline that does not cross
-    /// itself, a copy of the region, with its holes. `out` may be this region.
+    /// itself, a copy of the region, with its holes. `out` may be this region. That it changes is not reported, as with
+    /// assignment.
     /// Deliberate: a traced result has no holes, whatever the region had; its label is 0, its cachedVectorSize 3.
     ///
     /// Method: from an edge that meets its two neighbours and nothing else, and has nothing on one side (the closing

@@ -70,7 +70,7 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
     void add(const RegionCPtr& region, gmContourDefs::IntersectionMode mode = gmContourDefs::eKeep);
 
     /// How many results of encloseRect are kept (and one more). 3 unless set. Lowering it drops nothing that is kept
-    /// already.
+    /// already. An observer of changes already sees the new number.
     long cachedVectorSize() const { return cachedVectorSize_; }
     /// Throws: gmContourDefs::BadParams for a negative number (without a message) and for one that does not fit in 32
     /// bits; nothing is changed then.
@@ -98,22 +98,24 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
 
     /// Whether the point is inside one of the regions; false for an empty set. Regions after the first that holds
     /// it are not asked.
-    /// Cost: that of gmRegion::inside for the first question of a set, and for the first after a region that handles share
-    /// was changed anywhere in the process. The second makes a tree of the regions' boxes, O(n log n) in their number
-    /// n; from then on O(log n), and gmRegion::inside for the regions whose box holds the point.
+    /// Cost: that of gmRegion::inside for the first question of a set, and for the first after a region that handles
+    /// share was changed anywhere in the process. The second makes a tree of the regions' boxes, O(n log n) in their
+    /// number n; from then on O(log n), and gmRegion::inside for the regions whose box holds the point. Up to 8 regions
+    /// are always asked one by one.
     bool inside(const gmVector<2>& point, bool considerHoles) const;
 
     /// The smallest of the regions' distances from the point, see gmRegion::distToPoint; +infinity when none is a
     /// number.
     /// Throws: gmContourDefs::EmptyRegionSet.
-    /// Cost: as for inside(): from the third question on, the distances of the few regions whose boxes are nearest.
+    /// Cost: as for inside(), with the distances of the few regions whose boxes are nearest; with `insideIsZero` from
+    /// the third question on.
     double distToPoint(const gmVector<2>& point, bool vertexOnly, bool considerHoles, bool insideIsZero) const;
 
     /// The axis-aligned bounding box of the regions' mapped outlines, in the frame that the transform maps to.
     /// Deliberate: remembered transforms are told apart as in gmContour::encloseRect.
     /// Throws: gmContourDefs::EmptyRegionSet.
-    /// Cost: gmContour::encloseRect for each region; O(1) for transforms that are remembered, see cachedVectorSize. One with a NaN is
-    /// not.
+    /// Cost: gmContour::encloseRect for each region; O(1) for transforms that are remembered, see cachedVectorSize. One
+    /// with a NaN is not.
     gmRect encloseRect(const gmXform<2>& xform) const;
 
     // ----- Clean-up: regionst_topology.cpp
@@ -124,7 +126,8 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
     /// Throws: gmBadPointer; gmContourDefs::EmptyContour for a region without a vertex that has others behind it.
     /// Deliberate: when it fails part-way, what was found so far is the answer from then on, for regularize() and
     /// outerHull() as well.
-    /// Cost: quadratic in the regions and their vertices, later O(1).
+    /// Cost: that of gmContour::isSelfIntersecting for each region and of gmContour::intersections for each pair; later
+    /// O(1).
     bool isSelfIntersecting() const;
 
     /// Makes `out` the set in which regions whose outlines meet are spliced into one, and every region is regularised,
@@ -135,7 +138,8 @@ class MOKCNTR_API gmRegionSet : public virtual gmPersistent, public virtual gmRe
     /// that was computed has a cachedVectorSize of 3.
     /// Throws: gmBadPointer; gmContourDefs::EmptyContour for a region without vertices; gmContourDefs::BadParams
     /// "invalid contour" when a region cannot be cleaned up. `out` is as it was then.
-    /// Cost: quadratic in the regions and their vertices, later that of a copy.
+    /// Cost: that of isSelfIntersecting() and of gmRegion::regularize for each region, and of splicing; later that of a
+    /// copy.
     void regularize(gmRegionSet& out) const;
 
     /// The same with gmRegion::outerHull for every region.

@@ -12,6 +12,7 @@ class MOKDISPC_API gmUITablet {
 
     virtual ~gmUITablet();
 
+    /// Draws the segment, both ends included, in the coordinates of the shape.
     virtual void drawLineSeg(const gmPair<double>& from, const gmPair<double>& to, const gmColor& color,
                              Layers layers) = 0;
 

@@ -56,6 +56,6 @@ class MOKSTD_API gmCircleFitResults {
 /// Method: the algebraic circle (Kåsa, 1976), refined by Gauss-Newton steps on the distances.
 /// Cost: O(n) a step, at most 32 steps a round.
 /// Throws: gmMathError::Singular for fewer than 3 points, points on a line or at one place, and points that are
-/// not finite.
+/// not finite; also when leaving out outliers leaves such points.
 MOKSTD_API void gfCircleFit(const gmCircleFitParams& params, const std::vector<gmVector<2>>& points,
                             gmCircleFitResults& results);

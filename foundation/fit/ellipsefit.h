@@ -61,7 +61,7 @@ class MOKSTD_API gmEllipseFitResults {
 /// Method: direct least squares (Fitzgibbon, Pilu and Fisher, 1999) in the numerically stable form (Halir and
 /// Flusser, 1998), on points brought to size 1. Cost: O(n).
 /// Throws: gmMathError::Singular for fewer than 5 points, points that determine no ellipse (on a line, at fewer
-/// than 5 places), and points that are not finite.
+/// than 5 places), and points that are not finite; also when leaving out outliers leaves such points.
 MOKSTD_API void gfEllipseFit(const gmEllipseFitParams& params, const std::vector<gmVector<2>>& points,
                              gmEllipseFitResults& results);
 

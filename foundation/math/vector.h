@@ -40,7 +40,7 @@ class MOKSTD_API gmVector<2> {
 
     double len() const { return std::sqrt(x_ * x_ + y_ * y_); }
     double distance(const gmVector& v) const { return (*this - v).len(); }
-    /// The direction in (-pi, pi]; 0 for the zero vector.
+    /// The direction in [-pi, pi], as std::atan2 has it: -pi only for a y of -0.0. Of (0, 0) with positive zeros, 0.
     gmRadian angle() const { return gmRadian(std::atan2(y_, x_)); }
     /// The vector divided by its length; NaN components for the zero vector.
     gmVector unit() const { return *this / len(); }

@@ -74,7 +74,7 @@ class MOKSTD_API gmMathError {
         ~Singular() override;
     };
 
-    /// An index beyond what there is.
+    /// An index beyond what there is, or a value that an operation cannot take.
     class MOKSTD_API OutOfRange : public Errors {
       public:
         explicit OutOfRange(const std::string& message = std::string());

@@ -47,7 +47,7 @@ class MOKSTD_API gmPersistent {
     /// Loads the bare content of a class that has a form without a version, and answers whether it has one.
     virtual bool loadSimple(gmArchive& archive);
 
-    /// Every mutator calls this once.
+    /// Every mutator calls this; one that changes in steps may call it more than once.
     void reportChange() const {
         if (reports_)
             mutating_();

@@ -39,7 +39,8 @@ class MOKSTD_API gmLineSeg : public gmShape {
     /// The distance to the nearest point of the segment.
     double distToPoint(const gmVector<2>& v) const { return gfDistToSeg(p1_, p2_, v); }
 
-    /// The infinite line through p1 in the direction p2 - p1; without direction when the two are equal.
+    /// The infinite line through p1 in the direction p2 - p1; without direction when the two are equal,
+    /// or so close that the square of their distance is 0.
     gmLine line() const { return gmLine(p1_, p2_ - p1_); }
 
     friend bool operator==(const gmLineSeg& a, const gmLineSeg& b) { return a.p1_ == b.p1_ && a.p2_ == b.p2_; }

@@ -9,9 +9,9 @@
 
 /// An axis-aligned rectangle, its border included. Default: empty.
 ///
-/// An empty rectangle contains nothing, meets nothing and encloses as nothing; so is one made with a negative
-/// size or with a NaN. A rectangle of size (0, 0) is a point, and not empty. It is held as its two corners, so
-/// that boxes that touch, touch exactly. Archived as the lower, then the upper corner.
+/// An empty rectangle contains nothing, meets nothing (but the whole plane) and encloses as nothing; so is one made
+/// with a negative size or with a NaN. A rectangle of size (0, 0) is a point, and not empty. It is held as its two
+/// corners, so that boxes that touch, touch exactly. Archived as the lower, then the upper corner.
 class MOKSTD_API gmRect : public gmShape {
   public:
     gmRect() = default;

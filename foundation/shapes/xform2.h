@@ -24,6 +24,7 @@ class MOKSTD_API gm2XformBase : public virtual gmPersistent, public virtual gmRe
     virtual bool isLinear() const = 0;
     /// The transform as an affine map. Throws: gmMathError::Singular when it is not linear.
     virtual gmXform<2> linearXform() const = 0;
+    /// Where the transform takes the point.
     virtual gmVector<2> mapPoint(const gmVector<2>& point) const = 0;
 
   protected:
