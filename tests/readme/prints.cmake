@@ -1,0 +1,10 @@
+# A program prints what is kept of it.
+# usage: cmake -DPROGRAM=... -DEXPECTED=... -P prints.cmake
+execute_process(COMMAND "${PROGRAM}" OUTPUT_VARIABLE printed RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "${PROGRAM} ends with ${status}")
+endif()
+file(READ "${EXPECTED}" expected)
+if(NOT printed STREQUAL expected)
+  message(FATAL_ERROR "${PROGRAM} prints\n${printed}\nwhere ${EXPECTED} has\n${expected}")
+endif()
