@@ -10,6 +10,9 @@
 
 /// Area, centre of mass and second moments of a plane figure. Default: all zero.
 ///
+/// Far from the origin, compared with the size of the figure, digits of all of them are lost: of a square of size 1 at
+/// 1e6, the centre is off by 1e-4. Move such a figure first.
+///
 /// The area is signed: positive for an outline traced counter-clockwise in a y-up frame. The second moments are
 /// central, area-weighted, not divided by the area, and the same whichever way the outline runs:
 /// (0,0) = integral of (x - cx)^2, (0,1) = (1,0) = integral of (x - cx)(y - cy), (1,1) = integral of (y - cy)^2.

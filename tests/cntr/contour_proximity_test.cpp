@@ -147,6 +147,15 @@ TEST(ContourVertexIndex, ScalesByTheReciprocalOfTheTolerance) {
     EXPECT_THAT(shape.vertexIndex({border, 0}, tolerance), ElementsAre(0, 1));
 }
 
+TEST(ContourVertexIndex, MissesWhatRoundingPutsTwoCellsAway) {
+    const double tolerance = 0.23;
+    const double near = 3.565;
+    const double far = 3.795;
+    ASSERT_LT(far - near, tolerance);
+    EXPECT_THAT(TestContour({{far, 0}, {near, 0}}, false).vertexIndex({near, 0}, tolerance), ElementsAre(1));
+    EXPECT_THAT(TestContour({{0, far}, {0, near}}, false).vertexIndex({0, near}, tolerance), ElementsAre(1));
+}
+
 TEST(ContourVertexIndex, HoldsCellsBeyondThirtyTwoBits) {
     const TestContour image = openContour("2147.4836 3000, 4095.5 2159.5, 4095.5000004 2159.5, 4096 2160");
     EXPECT_THAT(image.vertexIndex({4095.5, 2159.5}, 1e-6), ElementsAre(1, 2));
