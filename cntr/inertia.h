@@ -44,7 +44,8 @@ class MOKCNTR_API gm_InertiaData {
 ///
 /// The polygon is cut into triangles from its centre of mass, which are added from the large ones to the slivers.
 /// Deliberate: triangles are told large by their signed area against the mean, so that an outline which is traced
-/// clockwise and not star-shaped around its centre gets moments that depend on its first vertex.
+/// clockwise and not star-shaped around its centre gets moments that depend on its first vertex, and may be far off.
+/// Turn such outlines round first.
 /// Cost: O(n).
 MOKCNTR_API gm_InertiaData gf_InertiaDataPolygon(const std::vector<gmVector<2>>& points);
 
