@@ -192,6 +192,7 @@ TEST(GeoJsonReader, RefusesWhatIsNotJson) {
     EXPECT_THAT(errorOf("{\"type\": \n oops}"), StartsWith("not valid JSON: parse error at line 2, column"));
     EXPECT_THAT(errorOf(""), StartsWith("not valid JSON: "));
     EXPECT_THAT(errorOf("{} {}"), StartsWith("not valid JSON: "));
+    EXPECT_EQ(errorOf(line + std::string("\0{}", 3)), "not valid JSON: byte 50 is zero");
     EXPECT_THAT(errorOf("\"\xff\""), StartsWith("not valid JSON: "));
 }
 

@@ -248,6 +248,7 @@ TEST_F(Mokshape, DrawsAPictureOfTheSamplesThatIsWellFormed) {
 TEST_F(Mokshape, ExplainsItselfWithExamplesThatRun) {
     std::filesystem::create_directory_symlink(samples, path("samples"));
     write("parts.geojson", R"({"type":"LineString","coordinates":[[0,0],[3,4]]})");
+    write("parts.geojsonl", R"({"type":"LineString","coordinates":[[0,0],[3,4]]})");
     write("more.wkt", "LINESTRING(0 0,1 1)");
     write("points.txt", "1,2\n3 4\n");
     write("contour.mok",
@@ -267,10 +268,11 @@ TEST_F(Mokshape, ExplainsItselfWithExamplesThatRun) {
             EXPECT_EQ(run.status, 0) << line << '\n' << run.err;
         }
     }
-    EXPECT_THAT(examples, ElementsAre(6u, 3u, 2u, 2u, 2u, 2u, 2u));
-    EXPECT_THAT(names(), ElementsAre("coins.mok", "coins.svg", "coins.wkt", "contour.mok", "hull.wkt", "hulls.wkt",
-                                     "lasso.svg", "merged.geojson", "merged.svg", "more.wkt", "parts.csv",
-                                     "parts.geojson", "points.txt", "samples", "simple.geojson"));
+    EXPECT_THAT(examples, ElementsAre(6u, 4u, 2u, 3u, 2u, 2u, 2u));
+    EXPECT_THAT(names(),
+                ElementsAre("coins.mok", "coins.svg", "coins.wkt", "contour.mok", "hull.wkt", "hulls.wkt", "lasso.svg",
+                            "merged.geojson", "merged.svg", "more.wkt", "parts.csv", "parts.geojson", "parts.geojsonl",
+                            "parts.jsonl", "points.txt", "samples", "simple.geojson", "simple.geojsonl"));
 }
 
 TEST_F(Mokshape, TellsItsVersion) {

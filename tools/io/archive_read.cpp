@@ -49,6 +49,13 @@ class Reader {
 
     std::vector<Outline> outlines() { return std::move(outlines_); }
 
+    void checkSingle() const {
+        if (feature_ != 1)
+            throw FileError("the archive holds " + counted(feature_, "shape", "shapes") + "; a single one is expected");
+        if (!others_.empty())
+            throw FileError("the archive holds no shape: " + others_.front());
+    }
+
     void addNotes(Notes* notes) const {
         if (!notes)
             return;
@@ -215,11 +222,8 @@ class Reader {
     throw FileError(scan.fault ? scan.fault->what() : error.what());
 }
 
-}  // namespace
-
-std::vector<Outline> readArchive(std::string_view bytes, Notes* notes) {
+void read(std::string_view bytes, Reader& reader) {
     std::istringstream in{std::string(bytes)};
-    Reader reader(bytes.size());
     std::size_t feature = 0;
     try {
         gmArchive archive(in);
@@ -236,7 +240,21 @@ std::vector<Outline> readArchive(std::string_view bytes, Notes* notes) {
         throw FileError("byte " + std::to_string(root.byte) + ", object " + std::to_string(root.object) + ", " +
                         error.what());
     }
+}
+
+}  // namespace
+
+std::vector<Outline> readArchive(std::string_view bytes, Notes* notes) {
+    Reader reader(bytes.size());
+    read(bytes, reader);
     reader.addNotes(notes);
+    return reader.outlines();
+}
+
+std::vector<Outline> readArchiveShape(std::string_view bytes) {
+    Reader reader(bytes.size());
+    read(bytes, reader);
+    reader.checkSingle();
     return reader.outlines();
 }
 

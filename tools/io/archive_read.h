@@ -19,4 +19,7 @@ namespace mokshape {
 /// outline: too few vertices, coordinates that are not finite, much more in all than the archive is long.
 std::vector<Outline> readArchive(std::string_view bytes, Notes* notes = nullptr);
 
+/// The same for an archive of one pointer: a shape or the empty handle. Throws: FileError also for any other archive.
+std::vector<Outline> readArchiveShape(std::string_view bytes);
+
 }  // namespace mokshape

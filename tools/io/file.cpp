@@ -143,8 +143,22 @@ OutlineFile readOutlines(const std::string& name) {
     return file;
 }
 
+std::size_t readSomeStandardInput(char* bytes, std::size_t most) {
+    for (;;) {
+        const ssize_t count = ::read(STDIN_FILENO, bytes, most);
+        if (count >= 0)
+            return static_cast<std::size_t>(count);
+        if (errno != EINTR)
+            refuse("standard input", "cannot be read: " + reason(errno));
+    }
+}
+
 std::string readStandardInput() {
-    return readAll(stdin, "standard input");
+    std::string text;
+    std::array<char, 1 << 16> buffer;
+    while (const std::size_t count = readSomeStandardInput(buffer.data(), buffer.size()))
+        text.append(buffer.data(), count);
+    return text;
 }
 
 void checkForm(const std::string& name) {

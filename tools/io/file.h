@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,10 @@ std::string readFile(const std::string& name);
 /// The outlines of a GeoJSON file, a WKT file or an archive, told apart by the file's extension or, without a known
 /// one, by how it begins. A byte order mark is skipped. Throws: FileError that names the file.
 OutlineFile readOutlines(const std::string& name);
+
+/// Puts up to so many bytes of standard input at the place, as soon as there is one, and says how many; 0 at the end.
+/// Throws: FileError.
+std::size_t readSomeStandardInput(char* bytes, std::size_t most);
 
 /// The bytes of standard input, also when there are none. Throws: FileError.
 std::string readStandardInput();

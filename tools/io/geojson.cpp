@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <set>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -301,27 +302,56 @@ void writeGeometry(std::ostream& out, const std::vector<Outline>& outlines, cons
     out << "]}";
 }
 
-}  // namespace
-
-std::vector<Outline> readGeoJson(std::string_view text, Notes* notes) {
-    Json document;
+Json parse(std::string_view text) {
+    // The parser takes it for the end of the text.
+    if (const std::size_t zero = text.find('\0'); zero != std::string_view::npos)
+        throw FileError("not valid JSON: byte " + std::to_string(zero + 1) + " is zero");
     try {
-        document = Json::parse(text.begin(), text.end());
+        return Json::parse(text.begin(), text.end());
     } catch (const Json::exception& error) {
         throw FileError("not valid JSON: " + parserMessage(error));
     }
+}
+
+}  // namespace
+
+std::vector<Outline> readGeoJson(std::string_view text, Notes* notes) {
+    const Json document = parse(text);
     Reader reader;
     std::vector<Outline> outlines = reader.read(document);
     reader.addNotes(notes);
     return outlines;
 }
 
+std::vector<Outline> readGeoJsonFeature(std::string_view text, FeatureText& as) {
+    const Json document = parse(text);
+    if (document.is_object()) {
+        const Json* const type = member(document, "type");
+        as = takeApart(text, type && type->is_string() && *type != "Feature");
+        if (type && *type == "FeatureCollection")
+            throw FileError("the type is \"FeatureCollection\"; a single Feature or geometry is expected");
+    }
+    return Reader().read(document);
+}
+
+std::string geometryText(const std::vector<Outline>& outlines) {
+    std::ostringstream out;
+    for (const Feature& feature : groupByFeature(outlines))
+        writeGeometry(out, outlines, feature);
+    return outlines.empty() ? "null" : out.str();
+}
+
+std::string propertiesText(std::uint32_t label) {
+    return "{\"label\":" + std::to_string(label) + '}';
+}
+
 void writeGeoJson(std::ostream& out, const std::vector<Outline>& outlines, Notes* notes) {
     out << "{\"type\":\"FeatureCollection\",\"features\":[";
     const char* separator = "\n";
     const auto write = [&](const Feature& feature) {
-        out << separator << "{\"type\":\"Feature\",\"properties\":{\"label\":"
-            << std::to_string(outlines[feature.parts.front().first].label) << "},\"geometry\":";
+        out << separator
+            << "{\"type\":\"Feature\",\"properties\":" << propertiesText(outlines[feature.parts.front().first].label)
+            << ",\"geometry\":";
         writeGeometry(out, outlines, feature);
         out << '}';
         separator = ",\n";

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -18,6 +19,7 @@
 #include "tools/mokshape/picture.h"
 #include "tools/mokshape/progress.h"
 #include "tools/mokshape/report.h"
+#include "tools/mokshape/stream.h"
 
 namespace mokshape {
 
@@ -28,6 +30,7 @@ struct Options {
     std::string mode = "keep";
     std::string format = "table";
     std::string svg;
+    StreamOptions stream;
 };
 
 std::vector<MeasuredFile> measureFiles(const Options& options) {
@@ -41,6 +44,30 @@ std::vector<MeasuredFile> measureFiles(const Options& options) {
     for (RegionFile& file : files)
         measured.push_back(measure(std::move(file), progress));
     return measured;
+}
+
+/// The object of the report for a single shape; several, or none, are its list "outlines".
+std::string answerTo(StreamFeature& feature, gmContourDefs::IntersectionMode mode) {
+    Progress progress(std::cerr, false);
+    RegionFile regions = takeRegions({"", std::move(feature.outlines)}, mode, progress);
+    regions.file.name = streamName;
+    const std::vector<std::string> shapes = jsonOfShapes(measureSingly(std::move(regions), progress));
+    if (shapes.size() == 1)
+        return withId(feature.text, shapes.front());
+    std::string list;
+    for (const std::string& shape : shapes)
+        list += (list.empty() ? "" : ",") + shape;
+    return withId(feature.text, "{\"outlines\":[" + list + "]}");
+}
+
+void runAsStream(const Options& options, const CLI::App& command) {
+    if (options.files.size() > 1)
+        throw FileError("-: standard input is measured by itself, without files");
+    checkStream(command, {"--svg"});
+    if (options.format != "json")
+        checkStream(command, {"--format"});
+    const gmContourDefs::IntersectionMode mode = modeOf(options.mode);
+    runStream(options.stream, [mode](StreamFeature& feature) { return answerTo(feature, mode); });
 }
 
 void run(const Options& options) {
@@ -67,10 +94,13 @@ void run(const Options& options) {
 void addMeasure(CLI::App& program) {
     CLI::App* const command = program.add_subcommand("measure", "Measure every polygon and line of some files");
     const auto options = std::make_shared<Options>();
-    command->add_option("FILE", options->files, "GeoJSON or WKT files, or archives")->required()->type_name("");
+    command->add_option("FILE", options->files, "GeoJSON or WKT files, or archives; - for a stream")
+        ->required()
+        ->type_name("");
     addMode(*command, options->mode);
     addFormat(*command, options->format);
     command->add_option("--svg", options->svg, "also draw the outlines into this SVG picture")->type_name("OUT.svg");
+    addStream(*command, options->stream);
     command->footer(
         "Each polygon is measured as a region with its holes, each line by itself, in the\n"
         "units of the coordinates. Of the outline alone: vertices, length, area, centre,\n"
@@ -94,11 +124,24 @@ void addMeasure(CLI::App& program) {
         "them faintly as they were: look at it where an outline winds around something\n"
         "more than once, of which the trace may leave out large parts.\n"
         "\n"
+        "With - alone, standard input is a stream: one GeoJSON feature or geometry a line,\n"
+        "or archives (--input mok), each after its length in four bytes, the lowest first.\n"
+        "Each is answered at once with a line: the object that json has for its polygon or\n"
+        "line, or {\"outlines\": [...]} where it has several or none, with the feature's id.\n"
+        "The first that is refused ends the run; with --keep-going it is answered with\n"
+        "{\"error\": ...}, and the exit status is 1 at the end.\n"
+        "\n"
         "Examples:\n"
         "  mokshape measure samples/coins.geojson --svg coins.svg\n"
         "  mokshape measure samples/lasso.geojson --mode regularize\n"
-        "  mokshape measure parts.geojson more.wkt --format csv > parts.csv\n");
-    command->callback([options] { run(*options); });
+        "  mokshape measure parts.geojson more.wkt --format csv > parts.csv\n"
+        "  mokshape measure - --keep-going < parts.geojsonl > parts.jsonl\n");
+    command->callback([options, command] {
+        if (std::count(options->files.begin(), options->files.end(), streamName) > 0)
+            return runAsStream(*options, *command);
+        checkNoStream(*command);
+        run(*options);
+    });
 }
 
 }  // namespace mokshape

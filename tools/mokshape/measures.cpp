@@ -150,22 +150,28 @@ SetMeasures measureSet(const std::vector<RegionCPtr>& regions) {
     return measures;
 }
 
-MeasuredFile measure(RegionFile regions, Progress& progress) {
+MeasuredFile measureSingly(RegionFile regions, Progress& progress) {
     MeasuredFile result;
     result.measures.reserve(regions.shapes.size());
-    std::vector<RegionCPtr> polygons;
     for (const Shape& shape : regions.shapes) {
         const std::vector<Outline>& outlines = regions.file.outlines;
-        if (!shape.region.isNull())
-            polygons.push_back(shape.region);
         result.measures.push_back(shape.region.isNull() ? measureLine(contourOf(outlines[shape.part.first]))
                                                         : measureRegion(*shape.region));
         for (std::size_t i = shape.part.first; i < shape.part.last; ++i)
             progress.advance(workOf(outlines[i]));
     }
+    result.regions = std::move(regions);
+    return result;
+}
+
+MeasuredFile measure(RegionFile regions, Progress& progress) {
+    MeasuredFile result = measureSingly(std::move(regions), progress);
+    std::vector<RegionCPtr> polygons;
+    for (const Shape& shape : result.regions.shapes)
+        if (!shape.region.isNull())
+            polygons.push_back(shape.region);
     if (!polygons.empty())
         result.all = measureSet(polygons);
-    result.regions = std::move(regions);
     return result;
 }
 

@@ -65,6 +65,9 @@ SetMeasures measureSet(const std::vector<RegionCPtr>& regions);
 /// Measures all shapes of a file. `progress` advances by workOf each of their outlines.
 MeasuredFile measure(RegionFile regions, Progress& progress);
 
+/// The same without those of its polygons together.
+MeasuredFile measureSingly(RegionFile regions, Progress& progress);
+
 /// The rotation of an ellipse in degrees, in (-90, 90].
 double angleInDegrees(const gmEllipse& ellipse);
 

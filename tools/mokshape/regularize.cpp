@@ -47,10 +47,19 @@ void addRegularize(CLI::App& program) {
                 "written. Of a GeoJSON feature its geometry and its property \"label\" are kept, WKT\n"
                 "has no place for labels.\n"
                 "\n"
+                "With - for the file, standard input is a stream: one GeoJSON feature or geometry\n"
+                "a line, or archives (--input mok), each after its length in four bytes, the lowest\n"
+                "first. Each is answered at once with a Feature on a line. Its id, its properties\n"
+                "and all else that it has are kept; where an outline is replaced, the geometry is\n"
+                "written anew and a member \"bbox\" is left out. The first that is refused ends the\n"
+                "run; with --keep-going it is answered with {\"error\": ...}, and its id, and the exit\n"
+                "status is 1 at the end.\n"
+                "\n"
                 "Examples:\n"
                 "  mokshape regularize samples/lasso.geojson -o simple.geojson --svg lasso.svg\n"
-                "  mokshape regularize samples/lasso.geojson -o hull.wkt --outer-hull\n",
-                cleaned});
+                "  mokshape regularize samples/lasso.geojson -o hull.wkt --outer-hull\n"
+                "  mokshape regularize - < parts.geojsonl > simple.geojsonl\n",
+                cleaned, true});
 }
 
 }  // namespace mokshape

@@ -119,10 +119,10 @@ void writeJson(std::ostream& out, const std::vector<MeasuredFile>& files) {
     out << "{\"outlines\": [";
     const char* separator = "\n  ";
     for (const MeasuredFile& file : files)
-        forEachShape(file, [&](const Shape& shape, const Outline& outline, const Measures& measures) {
-            out << separator << jsonText(json(file.regions.file.name, shape, outline, measures));
+        for (const std::string& shape : jsonOfShapes(file)) {
+            out << separator << shape;
             separator = ",\n  ";
-        });
+        }
     out << "\n],\n\"sets\": [";
     separator = "\n  ";
     for (const MeasuredFile& file : files)
@@ -341,6 +341,14 @@ void writeReport(std::ostream& out, Format format, const std::vector<MeasuredFil
         case Format::eCsv:
             return writeCsv(out, files);
     }
+}
+
+std::vector<std::string> jsonOfShapes(const MeasuredFile& file) {
+    std::vector<std::string> shapes;
+    forEachShape(file, [&](const Shape& shape, const Outline& outline, const Measures& measures) {
+        shapes.push_back(jsonText(json(file.regions.file.name, shape, outline, measures)));
+    });
+    return shapes;
 }
 
 }  // namespace mokshape

@@ -3,16 +3,21 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <sstream>
+#include <utility>
 
 #include "tools/io/file.h"
+#include "tools/io/geojson.h"
+#include "tools/io/grouping.h"
 #include "tools/io/text.h"
 #include "tools/mokshape/notes.h"
 #include "tools/mokshape/picture.h"
 #include "tools/mokshape/progress.h"
+#include "tools/mokshape/stream.h"
 
 namespace mokshape {
 
@@ -23,7 +28,12 @@ struct Options {
     std::string out;
     std::string svg;
     bool outerHull = false;
+    StreamOptions stream;
 };
+
+gmContourDefs::IntersectionMode modeOf(const Options& options) {
+    return options.outerHull ? gmContourDefs::eOuterHull : gmContourDefs::eRegularize;
+}
 
 void checkNames(const Options& options) {
     checkForm(options.out);
@@ -45,8 +55,7 @@ void run(const Options& options, const RewriteCommand& command) {
         Progress progress(std::cerr, ::isatty(STDERR_FILENO) == 1);
         progress.start("reading " + printable(options.in, 40), 0.0);
         const OutlineFile before = readOutlines(options.in);
-        const Rewritten after = command.rewrite(
-            before, options.outerHull ? gmContourDefs::eOuterHull : gmContourDefs::eRegularize, progress);
+        const Rewritten after = command.rewrite(before, modeOf(options), progress);
         summary = after.summary;
         notes = before.notes;
         out.emplace(options.out, textFor(options.out, after.outlines, &lost));
@@ -64,20 +73,73 @@ void run(const Options& options, const RewriteCommand& command) {
     printNotes(options.out, lost);
 }
 
+/// Outlines of one feature as a Feature of their own.
+FeatureText featureOf(const std::vector<Outline>& outlines) {
+    FeatureText feature;
+    for (const Feature& group : groupByFeature(outlines))
+        if (!group.hasOneLabel(outlines))
+            throw FileError("the regions have different labels, and a Feature has one");
+    if (!outlines.empty())
+        feature.members.push_back({"properties", "\"properties\"", propertiesText(outlines.front().label)});
+    feature.geometry = geometryText(outlines);
+    return feature;
+}
+
+/// Puts these outlines in the place of the geometry. A box around it may not hold for them.
+void replaceGeometry(FeatureText& feature, const std::vector<Outline>& outlines) {
+    feature.geometry = geometryText(outlines);
+    std::vector<FeatureText::Member>& members = feature.members;
+    members.erase(std::remove_if(members.begin(), members.end(),
+                                 [](const FeatureText::Member& member) { return member.name == "bbox"; }),
+                  members.end());
+}
+
+/// What is not replaced comes back as it stands in the text.
+std::string answerTo(StreamFeature& feature, const RewriteCommand& command, gmContourDefs::IntersectionMode mode) {
+    Progress progress(std::cerr, false);
+    const Rewritten after = command.rewrite({"", std::move(feature.outlines)}, mode, progress);
+    if (!feature.text)
+        return textOf(featureOf(after.outlines));
+    if (!after.replaced.empty())
+        replaceGeometry(*feature.text, after.outlines);
+    return textOf(*feature.text);
+}
+
+void runAsStream(const Options& options, const RewriteCommand& command, const CLI::App& subcommand) {
+    checkStream(subcommand, {"--output", "--svg"});
+    runStream(options.stream,
+              [&command, mode = modeOf(options)](StreamFeature& feature) { return answerTo(feature, command, mode); });
+}
+
 }  // namespace
 
 void addRewrite(CLI::App& program, const RewriteCommand& command) {
     CLI::App* const subcommand = program.add_subcommand(command.name, command.description);
     const auto options = std::make_shared<Options>();
-    subcommand->add_option("IN", options->in, "a GeoJSON or WKT file, or an archive")->required()->type_name("");
-    subcommand->add_option("-o,--output", options->out, "where the outlines go; .geojson, .json, .wkt or .mok")
+    const std::string files = "a GeoJSON or WKT file, or an archive";
+    subcommand->add_option("IN", options->in, command.takesStream ? files + "; - for a stream" : files)
         ->required()
-        ->type_name("OUT");
+        ->type_name("");
+    CLI::Option* const output =
+        subcommand->add_option("-o,--output", options->out, "where the outlines go; .geojson, .json, .wkt or .mok")
+            ->type_name("OUT");
     subcommand->add_flag("--outer-hull", options->outerHull, command.outerHullHelp);
     subcommand->add_option("--svg", options->svg, "also draw the outlines before and after into this SVG picture")
         ->type_name("OUT.svg");
+    if (command.takesStream)
+        addStream(*subcommand, options->stream);
+    else
+        output->required();
     subcommand->footer(command.footer);
-    subcommand->callback([options, command] { run(*options, command); });
+    subcommand->callback([options, command, subcommand, output] {
+        if (command.takesStream && options->in == streamName)
+            return runAsStream(*options, command, *subcommand);
+        if (command.takesStream)
+            checkNoStream(*subcommand);
+        if (output->empty())
+            throw CLI::RequiredError(output->get_name());
+        run(*options, command);
+    });
 }
 
 }  // namespace mokshape

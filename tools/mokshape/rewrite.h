@@ -30,10 +30,11 @@ struct RewriteCommand {
     const char* footer;
     /// Gets eRegularize or eOuterHull.
     std::function<Rewritten(const OutlineFile&, gmContourDefs::IntersectionMode, Progress&)> rewrite;
+    bool takesStream = false;  ///< rewrites features one by one where standard input is asked for
 };
 
 /// Adds the command to the program, with its options for the outputs and for the mode. No output is visible before
-/// everything that may go wrong has gone well, as far as that can be.
+/// everything that may go wrong has gone well, as far as that can be; of a stream, of each record.
 void addRewrite(CLI::App& program, const RewriteCommand& command);
 
 }  // namespace mokshape
