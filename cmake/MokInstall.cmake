@@ -9,7 +9,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/mokcntr14-config-version.
 install(FILES ${PROJECT_BINARY_DIR}/mokcntr14-config.cmake ${PROJECT_BINARY_DIR}/mokcntr14-config-version.cmake
         DESTINATION ${packageDir})
 
-install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
 
 # The way from the directory of the .pc file back to the prefix, so that an installed tree may be moved.
 file(RELATIVE_PATH prefixFromPc "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")

@@ -2,6 +2,10 @@
 
 include(GNUInstallDirs)
 
+# What is installed goes with what programs are built by, unless it says that it belongs to the component runtime (the
+# libraries), tools or documentation.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
+
 # What developers want to hear about; never exported.
 add_library(mok_warnings INTERFACE)
 target_compile_options(mok_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
@@ -33,9 +37,11 @@ function(mok_add_library target alias)
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
     INSTALL_RPATH "$ORIGIN"
+    LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map
     VERIFY_INTERFACE_HEADER_SETS ${PROJECT_IS_TOP_LEVEL})
+  target_link_options(${target} PRIVATE LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
   install(TARGETS ${target} EXPORT mokcntr14-targets
-          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
           FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/mok14)
 endfunction()
 
