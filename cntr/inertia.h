@@ -14,7 +14,7 @@
 /// 1e6, the centre is off by 1e-4. Move such a figure first.
 ///
 /// The area is signed: positive for an outline traced counter-clockwise in a y-up frame. The second moments are
-/// central, area-weighted, not divided by the area, and the same whichever way the outline runs:
+/// central, area-weighted, not divided by the area, and of a sign that does not depend on which way the outline runs:
 /// (0,0) = integral of (x - cx)^2, (0,1) = (1,0) = integral of (x - cx)(y - cy), (1,1) = integral of (y - cy)^2.
 class MOKCNTR_API gm_InertiaData {
   public:

@@ -1,5 +1,5 @@
 // Edge points that were found in a picture, as a region in millimetres: its measures, and the picture of
-// docs/edge-points-and-drawing.md.
+// docs/edge-points.md.
 // usage: example_edgelets FOLDER
 #include <cmath>
 #include <fstream>

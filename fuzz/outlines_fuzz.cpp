@@ -1,6 +1,7 @@
 // Text as GeoJSON and as WKT: it is refused with an error for the user, or the outlines that it holds come back from
 // what is written of them, with every number to the bit, and are written the same again. Only the numbers of features
-// and parts may change, where empty ones are left out or labels differ; and labels, which WKT knows nothing of.
+// and parts may change, where empty ones are left out or labels differ; and labels, which WKT knows nothing of. What is
+// kept of the text of one feature is a feature with the same outlines.
 #include <cstddef>
 #include <cstdint>
 #include <ostream>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "fuzz/answers.h"
+#include "tools/io/feature_text.h"
 #include "tools/io/geojson.h"
 #include "tools/io/wkt.h"
 
@@ -45,6 +47,20 @@ void roundTrip(std::string_view text, Read read, Write write) {
     fuzz::require(twice.str() == once.str(), "outlines that were read are written the same again");
 }
 
+void takeApartAndJoin(std::string_view text) {
+    mokshape::FeatureText feature;
+    Outlines outlines;
+    try {
+        outlines = mokshape::readGeoJsonFeature(text, feature);
+    } catch (const mokshape::FileError&) {
+        return;
+    }
+    const std::string joined = mokshape::textOf(feature);
+    fuzz::require(joined.find('\n') == std::string::npos, "a feature is one line");
+    fuzz::require(contentOf(mokshape::readGeoJson(joined)) == contentOf(outlines),
+                  "a feature holds what its text held");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -55,5 +71,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     roundTrip(
         text, [](std::string_view from) { return mokshape::readWkt(from); },
         [](std::ostream& out, const Outlines& outlines) { mokshape::writeWkt(out, outlines); });
+    takeApartAndJoin(text);
     return 0;
 }

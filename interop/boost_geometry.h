@@ -14,6 +14,7 @@
 #include <boost/geometry/core/tags.hpp>
 #include <boost/range/begin.hpp>
 #include <boost/range/end.hpp>
+#include <cmath>
 #include <cstddef>
 #include <string>
 #include <type_traits>
@@ -54,7 +55,8 @@
 ///
 /// **Direction.** A contour keeps the order of the points. The outlines of regions, those of holes as well, are made to
 /// run counter-clockwise with y up, since the second moments of others are not to be relied on (see
-/// gf_InertiaDataPolygon); the first point stays the first.
+/// gf_InertiaDataPolygon); the first point stays the first. Which way an outline runs is told by the sign of its
+/// area, see gnInterop.
 ///
 /// **Errors.** What one side does not hold is refused with gmContourDefs::BadParams, see gnInterop. To Boost go finite
 /// coordinates only: its algorithms are not made for others. Whether outlines cross themselves or each other is not
@@ -76,12 +78,12 @@ constexpr void checkPlane() {
                   "our shapes lie in a plane, not on a sphere");
 }
 
-template <class Range>
-void append(const gmVector<2>& vertex, std::size_t index, gnInterop::Rounding rounding, const std::string& outline,
+template <class Range, class Outline>
+void append(const gmVector<2>& vertex, std::size_t index, gnInterop::Rounding rounding, const Outline& outline,
             Range& range) {
     using Point = typename bg::point_type<Range>::type;
     using Number = typename bg::coordinate_type<Point>::type;
-    const auto element = [&] { return common::within(outline, common::numbered("point", index)); };
+    const auto element = [&] { return common::within(outline(), common::numbered("point", index)); };
     Point point = Point();
     bg::set<0>(point, common::coordinateTo<Number>(vertex.x(), "x", rounding, element));
     bg::set<1>(point, common::coordinateTo<Number>(vertex.y(), "y", rounding, element));
@@ -93,12 +95,12 @@ void fillLineString(const gmContour& contour, gnInterop::Rounding rounding, Line
     checkLineString(contour);
     const Vertices& vertices = contour.points();
     for (std::size_t i = 0; i < vertices.size(); ++i)
-        append(vertices[i], i, rounding, "", out);
+        append(vertices[i], i, rounding, common::unnamed, out);
 }
 
 /// An interior ring runs against the direction of its type.
-template <class Ring>
-void fillRing(const gmContour& contour, bool isInterior, gnInterop::Rounding rounding, const std::string& element,
+template <class Ring, class Element>
+void fillRing(const gmContour& contour, bool isInterior, gnInterop::Rounding rounding, const Element& element,
               Ring& out) {
     checkRing(contour, element);
     const Vertices& vertices = contour.points();
@@ -113,22 +115,26 @@ void fillRing(const gmContour& contour, bool isInterior, gnInterop::Rounding rou
     }
 }
 
-template <class Polygon>
-void fillPolygon(const gmRegion& region, gnInterop::Rounding rounding, const std::string& element, Polygon& out) {
-    fillRing(region, false, rounding, common::within(element, "outline"), bg::exterior_ring(out));
+template <class Polygon, class Element>
+void fillPolygon(const gmRegion& region, gnInterop::Rounding rounding, const Element& element, Polygon& out) {
+    const auto outline = [&] { return common::within(element(), "outline"); };
+    fillRing(region, false, rounding, outline, bg::exterior_ring(out));
     auto& rings = bg::interior_rings(out);
     bg::traits::resize<std::decay_t<decltype(rings)>>::apply(rings, region.holes().size());
     auto ring = boost::begin(rings);
-    for (std::size_t i = 0; i < region.holes().size(); ++i)
-        fillRing(*region.holes()[i], true, rounding, common::within(element, common::numbered("hole", i)), *ring++);
+    for (std::size_t i = 0; i < region.holes().size(); ++i) {
+        const auto hole = [&] { return common::within(element(), common::numbered("hole", i)); };
+        fillRing(*region.holes()[i], true, rounding, hole, *ring++);
+    }
 }
 
 template <class MultiPolygon>
-void addPolygons(const gmRegion& region, gnInterop::Rounding rounding, const std::string& element, MultiPolygon& out) {
+void addPolygons(common::Nesting& nesting, const gmRegion& region, gnInterop::Rounding rounding,
+                 const std::string& name, MultiPolygon& out) {
     using Polygon = std::decay_t<decltype(*boost::begin(out))>;
-    visitPolygons(region, element, [&](const gmRegion& outline, const std::string& name) {
+    visitPolygons(nesting, region, name, [&](const gmRegion& outline, const auto& element) {
         Polygon polygon;
-        fillPolygon(outline, rounding, name, polygon);
+        fillPolygon(outline, rounding, element, polygon);
         bg::traits::push_back<MultiPolygon>::apply(out, polygon);
     });
 }
@@ -145,15 +151,23 @@ Vertices verticesFrom(const Range& range, const std::string& outline) {
     return vertices;
 }
 
+/// Coordinates that are NaN are the same here.
+inline bool isSame(const gmVector<2>& a, const gmVector<2>& b) {
+    const auto same = [](double left, double right) {
+        return left == right || (std::isnan(left) && std::isnan(right));
+    };
+    return same(a.x(), b.x()) && same(a.y(), b.y());
+}
+
 template <class Ring>
 Vertices verticesOfRing(const Ring& ring, const std::string& element) {
     Vertices vertices = verticesFrom(ring, element);
     if (bg::closure<Ring>::value == bg::closed && vertices.size() > 1) {
-        if (vertices.back() != vertices.front())
+        if (!isSame(vertices.back(), vertices.front()))
             common::refuse(element, "the ring is open: its last point is not the first one again");
         vertices.pop_back();
     }
-    checkCount(vertices.size(), element);
+    checkCount(vertices.size(), [&] { return element; });
     return vertices;
 }
 
@@ -193,7 +207,7 @@ Geometry modelFrom(const gmContour& contour, gnInterop::Rounding rounding = gnIn
                   "a contour becomes a linestring or a ring");
     Geometry out;
     if constexpr (detail::isA<Geometry, bg::ring_tag>)
-        detail::fillRing(contour, false, rounding, "", out);
+        detail::fillRing(contour, false, rounding, gnInterop::detail::unnamed, out);
     else
         detail::fillLineString(contour, rounding, out);
     return out;
@@ -202,7 +216,7 @@ Geometry modelFrom(const gmContour& contour, gnInterop::Rounding rounding = gnIn
 /// A model of a region: any polygon, or a multi-polygon, which takes islands in holes as well.
 /// Rounding may move outlines onto each other: ask `bg::is_valid` then.
 /// Throws: gmContourDefs::BadParams as the views do, and for coordinates as above; gmBadPointer for an empty handle.
-/// Cost: O(n).
+/// Cost: O(n), with outlines that come again counted as often as they come.
 template <class Geometry>
 Geometry modelFrom(const gmRegion& region, gnInterop::Rounding rounding = gnInterop::eExact) {
     detail::checkPlane<Geometry>();
@@ -210,25 +224,28 @@ Geometry modelFrom(const gmRegion& region, gnInterop::Rounding rounding = gnInte
                   "a region becomes a polygon or a multi-polygon; its outline alone, taken as a gmContour, a ring");
     Geometry out;
     if constexpr (detail::isA<Geometry, bg::multi_polygon_tag>) {
-        detail::addPolygons(region, rounding, "", out);
+        gnInterop::detail::Nesting nesting;
+        detail::addPolygons(nesting, region, rounding, "", out);
     } else {
-        detail::checkHoles(region, "");
-        detail::fillPolygon(region, rounding, "", out);
+        detail::checkHoles(region);
+        detail::fillPolygon(region, rounding, gnInterop::detail::unnamed, out);
     }
     return out;
 }
 
-/// A multi-polygon of regions, in their order, each before the islands in its holes.
+/// A multi-polygon of regions, in their order, each before the islands in its holes. Of a gmRegionSet give
+/// `set.regions()`.
 /// Deliberate: regions that overlap are not united. Boost takes the polygons of a multi-polygon for disjoint.
 /// Throws: what modelFrom() of a region does, naming "region 2, hole 0, point 17".
-/// Cost: O(n).
+/// Cost: O(n), with outlines that come again counted as often as they come.
 template <class Geometry>
 Geometry modelFrom(const std::vector<RegionCPtr>& regions, gnInterop::Rounding rounding = gnInterop::eExact) {
     detail::checkPlane<Geometry>();
     static_assert(detail::isA<Geometry, bg::multi_polygon_tag>, "regions become a multi-polygon");
     Geometry out;
+    gnInterop::detail::Nesting nesting;
     for (std::size_t i = 0; i < regions.size(); ++i)
-        detail::addPolygons(*regions[i], rounding, gnInterop::detail::numbered("region", i), out);
+        detail::addPolygons(nesting, *regions[i], rounding, gnInterop::detail::numbered("region", i), out);
     return out;
 }
 

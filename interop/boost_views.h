@@ -34,44 +34,48 @@ namespace detail {
 namespace common = gnInterop::detail;
 using Vertices = std::vector<gmVector<2>>;
 
-inline void checkFinite(const Vertices& vertices, const std::string& element) {
+// In these `element()` makes the name that a refusal begins with: deep in a nest names are long, and few are asked for.
+
+template <class Element>
+void checkFinite(const Vertices& vertices, const Element& element) {
     for (std::size_t i = 0; i < vertices.size(); ++i)
         if (!std::isfinite(vertices[i].x()) || !std::isfinite(vertices[i].y()))
-            common::refuse(common::within(element, common::numbered("point", i)), "a coordinate is not finite");
+            common::refuse(common::within(element(), common::numbered("point", i)), "a coordinate is not finite");
 }
 
 inline void checkLineString(const gmContour& contour) {
     if (contour.isClosed())
         common::refuse("", "the contour is closed, which a linestring is not");
-    checkFinite(contour.points(), "");
+    checkFinite(contour.points(), common::unnamed);
 }
 
-inline void checkCount(std::size_t count, const std::string& element) {
+template <class Element>
+void checkCount(std::size_t count, const Element& element) {
     if (count < 3)
-        common::refuse(element, "a ring has 3 points at least, this one has " + std::to_string(count));
+        common::refuse(element(), "a ring has 3 points at least, this one has " + std::to_string(count));
 }
 
-inline void checkRing(const gmContour& contour, const std::string& element) {
+template <class Element>
+void checkRing(const gmContour& contour, const Element& element) {
     if (!contour.isClosed())
-        common::refuse(element, "the contour is open, which a ring is not");
+        common::refuse(element(), "the contour is open, which a ring is not");
     checkCount(contour.points().size(), element);
     checkFinite(contour.points(), element);
 }
 
 /// A polygon has holes, and these have none.
-inline void checkHoles(const gmRegion& region, const std::string& element) {
+inline void checkHoles(const gmRegion& region) {
     for (std::size_t i = 0; i < region.holes().size(); ++i)
         if (!region.holes()[i]->holes().empty())
-            common::refuse(common::within(element, common::numbered("hole", i)),
-                           "has holes of its own, which only a multi-polygon holds");
+            common::refuse(common::numbered("hole", i), "has holes of its own, which only a multi-polygon holds");
 }
 
 /// Calls visit(region, element) for the region and for every island in its holes, in theirs, and so on.
 template <class Visit>
-void visitPolygons(const gmRegion& region, const std::string& element, const Visit& visit) {
-    common::visitNested(region, element, [&](const gmRegion& outline, const common::Path& path) {
+void visitPolygons(common::Nesting& nesting, const gmRegion& region, const std::string& name, const Visit& visit) {
+    nesting.visit(region, name, [&](const gmRegion& outline, const common::Path& path) {
         if (path.size() % 2 == 0)
-            visit(outline, common::named(element, path));
+            visit(outline, [&] { return common::named(name, path); });
     });
 }
 
@@ -131,7 +135,7 @@ class RingView {
 
     /// Throws: gmContourDefs::BadParams for an open contour, fewer than 3 vertices, a coordinate that is not finite.
     /// Cost: O(n).
-    explicit RingView(const gmContour& contour) : RingView(contour, bg::clockwise, "") {}
+    explicit RingView(const gmContour& contour) : RingView(contour, bg::clockwise, gnInterop::detail::unnamed) {}
     explicit RingView(const gmContour&&) = delete;
 
     const_iterator begin() const { return {*vertices_, isAgainst_, 0}; }
@@ -140,7 +144,8 @@ class RingView {
   private:
     friend class PolygonView;
 
-    RingView(const gmContour& contour, bg::order_selector order, const std::string& element)
+    template <class Element>
+    RingView(const gmContour& contour, bg::order_selector order, const Element& element)
         : vertices_(&contour.points()) {
         detail::checkRing(contour, element);
         const double area = gnInterop::detail::twiceSignedArea(*vertices_);
@@ -157,7 +162,9 @@ class PolygonView {
     /// Throws: gmContourDefs::BadParams as a RingView does, for outline and holes; and for a hole that has holes, which
     /// MultiPolygonView takes. gmBadPointer for an empty handle.
     /// Cost: O(n).
-    explicit PolygonView(const gmRegion& region) : PolygonView(region, "") { detail::checkHoles(region, ""); }
+    explicit PolygonView(const gmRegion& region) : PolygonView(region, gnInterop::detail::unnamed) {
+        detail::checkHoles(region);
+    }
     explicit PolygonView(const gmRegion&&) = delete;
 
     const RingView& outer() const { return outer_; }
@@ -168,11 +175,13 @@ class PolygonView {
     friend struct bg::traits::exterior_ring<PolygonView>;
     friend struct bg::traits::interior_rings<PolygonView>;
 
-    PolygonView(const gmRegion& region, const std::string& element)
-        : outer_(region, bg::clockwise, gnInterop::detail::within(element, "outline")) {
+    template <class Element>
+    PolygonView(const gmRegion& region, const Element& element)
+        : outer_(region, bg::clockwise, [&] { return gnInterop::detail::within(element(), "outline"); }) {
         for (std::size_t i = 0; i < region.holes().size(); ++i)
-            inners_.push_back(RingView(*region.holes()[i], bg::counterclockwise,
-                                       gnInterop::detail::within(element, gnInterop::detail::numbered("hole", i))));
+            inners_.push_back(RingView(*region.holes()[i], bg::counterclockwise, [&] {
+                return gnInterop::detail::within(element(), gnInterop::detail::numbered("hole", i));
+            }));
     }
 
     RingView outer_;
@@ -187,24 +196,29 @@ class MultiPolygonView {
     using const_iterator = std::vector<PolygonView>::const_iterator;
     using iterator = const_iterator;
 
-    /// Throws: gmContourDefs::BadParams as a PolygonView does, and for holes that hold each other in a circle;
-    /// gmBadPointer for an empty handle.
-    /// Cost: O(n).
+    /// Of a gmRegionSet: `MultiPolygonView(set.regions())`.
+    /// Throws: gmContourDefs::BadParams as a PolygonView does, for holes that hold each other in a circle, and for more
+    /// than gnInterop::mostRepeats outlines that come again; gmBadPointer for an empty handle.
+    /// Cost: O(n), with outlines that come again counted as often as they come.
     explicit MultiPolygonView(const std::vector<RegionCPtr>& regions) : regions_(regions) {
+        gnInterop::detail::Nesting nesting;
         for (std::size_t i = 0; i < regions_.size(); ++i)
-            add(*regions_[i], gnInterop::detail::numbered("region", i));
+            add(nesting, *regions_[i], gnInterop::detail::numbered("region", i));
     }
     /// Of one region, which outlives it.
-    explicit MultiPolygonView(const gmRegion& region) { add(region, ""); }
+    explicit MultiPolygonView(const gmRegion& region) {
+        gnInterop::detail::Nesting nesting;
+        add(nesting, region, "");
+    }
     explicit MultiPolygonView(const gmRegion&&) = delete;
 
     const_iterator begin() const { return polygons_.begin(); }
     const_iterator end() const { return polygons_.end(); }
 
   private:
-    void add(const gmRegion& region, const std::string& element) {
-        detail::visitPolygons(region, element, [&](const gmRegion& outline, const std::string& name) {
-            polygons_.push_back(PolygonView(outline, name));
+    void add(gnInterop::detail::Nesting& nesting, const gmRegion& region, const std::string& name) {
+        detail::visitPolygons(nesting, region, name, [&](const gmRegion& outline, const auto& element) {
+            polygons_.push_back(PolygonView(outline, element));
         });
     }
 

@@ -9,7 +9,7 @@
 #include <limits>
 #include <string>
 #include <type_traits>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 #include "cntr/defs.h"
@@ -20,6 +20,13 @@
 ///
 /// **Nothing is cut off.** What the other side does not hold is refused with gmContourDefs::BadParams, whose message
 /// names the element: "contour 2, point 17: x = 0.5 is not a whole number". Elements are counted from 0.
+///
+/// **Direction.** Outlines are turned by the sign of their area: one whose lobes cancel stays as it is, and with
+/// coordinates beyond about 1e154, where the area overflows, the direction is not to be relied on.
+///
+/// **Outlines that come again.** One that is in a list or among the holes more than once comes as often. Holes that are
+/// shared on each of many levels would double with every level: after mostRepeats outlines that came before, a
+/// conversion is refused.
 namespace gnInterop {
 
 /// What becomes of a coordinate that the other type does not hold exactly.
@@ -31,11 +38,19 @@ enum Rounding : int {
     eNearest = 1,
 };
 
+/// How many outlines one conversion takes that it has had before.
+inline constexpr std::size_t mostRepeats = std::size_t{1} << 18;
+
 namespace detail {
 
 /// Throws: gmContourDefs::BadParams, always.
 [[noreturn]] inline void refuse(const std::string& element, const std::string& why) {
     throw gmContourDefs::BadParams(element.empty() ? why : element + ": " + why);
+}
+
+/// The element of what is converted as a whole.
+inline std::string unnamed() {
+    return {};
 }
 
 inline std::string within(const std::string& outer, const std::string& inner) {
@@ -134,40 +149,62 @@ using Path = std::vector<std::size_t>;
 
 inline std::string named(const std::string& region, const Path& path) {
     std::string name = region;
-    for (const std::size_t hole : path)
-        name = within(name, numbered("hole", hole));
+    for (const std::size_t hole : path) {
+        if (!name.empty())
+            name += ", ";
+        name += numbered("hole", hole);
+    }
     return name;
 }
 
-/// Calls visit(outline, path) for the region, its holes, their holes and so on, for each before its own holes.
-/// Throws: gmContourDefs::BadParams "holes form a cycle"; gmBadPointer for an empty handle; what `visit` does.
-template <class Visit>
-void visitNested(const gmRegion& region, const std::string& name, const Visit& visit) {
-    // A list of its own instead of recursion: nesting may be deeper than the stack.
-    std::vector<const gmRegion*> open;
-    std::unordered_set<const gmRegion*> isOpen;
-    Path path;
-    const auto enter = [&](const gmRegion& outline) {
-        if (!isOpen.insert(&outline).second)
-            refuse(named(name, path), "holes form a cycle");
-        visit(outline, static_cast<const Path&>(path));
-        open.push_back(&outline);
-        path.push_back(0);
-    };
-    enter(region);
-    while (!open.empty()) {
-        const std::vector<RegionCPtr>& holes = open.back()->holes();
-        if (path.back() < holes.size()) {
-            enter(*holes[path.back()]);
-            continue;
+/// Goes through the regions of one conversion.
+class Nesting {
+  public:
+    /// Calls visit(outline, path) for the region, its holes, their holes and so on, for each before its own holes.
+    /// Throws: gmContourDefs::BadParams "holes form a cycle", and for more than mostRepeats outlines that came before,
+    /// in this region or in those of earlier calls; gmBadPointer for an empty handle; what `visit` does.
+    template <class Visit>
+    void visit(const gmRegion& region, const std::string& name, const Visit& visit) {
+        // A list of its own instead of recursion: nesting may be deeper than the stack.
+        std::vector<const gmRegion*> open;
+        Path path;
+        const auto enter = [&](const gmRegion& outline) {
+            note(outline, name, path);
+            visit(outline, static_cast<const Path&>(path));
+            open.push_back(&outline);
+            path.push_back(0);
+        };
+        enter(region);
+        while (!open.empty()) {
+            const std::vector<RegionCPtr>& holes = open.back()->holes();
+            if (path.back() < holes.size()) {
+                enter(*holes[path.back()]);
+                continue;
+            }
+            isOpen_[open.back()] = false;
+            open.pop_back();
+            path.pop_back();
+            if (!path.empty())
+                ++path.back();
         }
-        isOpen.erase(open.back());
-        open.pop_back();
-        path.pop_back();
-        if (!path.empty())
-            ++path.back();
     }
-}
+
+  private:
+    void note(const gmRegion& outline, const std::string& name, const Path& path) {
+        const auto [entry, isNew] = isOpen_.emplace(&outline, true);
+        if (isNew)
+            return;
+        if (entry->second)
+            refuse(named(name, path), "holes form a cycle");
+        if (++repeats_ > mostRepeats)
+            refuse(named(name, path), "more than " + std::to_string(mostRepeats) +
+                                          " outlines came before: regions and holes are shared too often");
+        entry->second = true;
+    }
+
+    std::unordered_map<const gmRegion*, bool> isOpen_;  // every outline that came
+    std::size_t repeats_ = 0;
+};
 
 /// Gives the region these holes, which lie on its outline's inside.
 /// `refuseHole(i)` is called for each that has a point in common with the outline, and may leave it out by returning.

@@ -26,7 +26,7 @@
 /// **Direction.** A contour keeps the order of the points. The outline of a region is made to run counter-clockwise
 /// with y up (clockwise on a screen, where y grows down); its first point stays the first. `cv::findContours` traces
 /// outer outlines the other way, and the second moments of such outlines are not to be relied on (see
-/// gf_InertiaDataPolygon).
+/// gf_InertiaDataPolygon). Which way an outline runs is told by the sign of its area, see gnInterop.
 ///
 /// **Errors.** What one side does not hold is refused with gmContourDefs::BadParams, see gnInterop; arguments are as
 /// they were then.
@@ -70,7 +70,7 @@ Vertices verticesOfDepth(const cv::Mat& points) {
     Vertices vertices;
     vertices.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
-        const T* const at = isRow ? points.ptr<T>(0) + 2 * i : points.ptr<T>(i);
+        const T* const at = isRow ? points.ptr<T>(0) + 2 * static_cast<std::ptrdiff_t>(i) : points.ptr<T>(i);
         vertices.emplace_back(static_cast<double>(at[0]), static_cast<double>(at[1]));
     }
     return vertices;
@@ -313,11 +313,12 @@ inline cv::Mat matFrom(const gmContour& contour, int depth, gnInterop::Rounding 
 /// `cv::findContours` has for RETR_TREE: `cv::drawContours` with both, filled, draws the regions with their holes.
 ///
 /// Order: the regions', each outline before what is in it. One that is in the list or among the holes more than once
-/// comes as often.
+/// comes as often. Of a gmRegionSet give `set.regions()`.
 ///
-/// Throws: gmContourDefs::BadParams as pointsFrom() does, naming "region 2, hole 0, point 17", and for holes that hold
-/// each other in a circle; gmBadPointer for an empty handle. `hierarchy` is as it was then.
-/// Cost: O(n) in points.
+/// Throws: gmContourDefs::BadParams as pointsFrom() does, naming "region 2, hole 0, point 17", for holes that hold each
+/// other in a circle, and for more than gnInterop::mostRepeats outlines that come again; gmBadPointer for an empty
+/// handle. `hierarchy` is as it was then.
+/// Cost: O(n) in points, with outlines that come again counted as often as they come.
 template <class Point = cv::Point>
 std::vector<std::vector<Point>> contoursFrom(const std::vector<RegionCPtr>& regions, std::vector<cv::Vec4i>& hierarchy,
                                              gnInterop::Rounding rounding = gnInterop::eExact) {
@@ -325,9 +326,10 @@ std::vector<std::vector<Point>> contoursFrom(const std::vector<RegionCPtr>& regi
     std::vector<std::vector<Point>> contours;
     std::vector<cv::Vec4i> links;
     std::vector<int> last{-1};  // the contour made last, a level
+    common::Nesting nesting;
     for (std::size_t i = 0; i < regions.size(); ++i) {
         const std::string name = common::numbered("region", i);
-        common::visitNested(*regions[i], name, [&](const gmRegion& outline, const common::Path& path) {
+        nesting.visit(*regions[i], name, [&](const gmRegion& outline, const common::Path& path) {
             const int index = detail::indexFrom(contours.size());
             contours.push_back(detail::pointsFrom<Point>(outline, rounding, name, path));
             const std::size_t level = path.size();

@@ -3,6 +3,8 @@
 Installed as libmokcntr14_x64.so.14.0.0-gdb.py, gdb reads this file when it sees the library; it can be sourced by hand
 as well. A printer only reads memory and calls nothing of the program, so that core files and processes that are about to
 crash show as much as live ones. What cannot be read is said to be so: no printer raises.
+
+One file, for gdb loads one by itself for a library, and its folder is not where Python looks for others.
 """
 
 import itertools

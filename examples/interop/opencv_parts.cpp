@@ -58,7 +58,7 @@ void run(const std::string& folder) {
     gmSvgTablet tablet;
     tablet.title("Parts traced from a picture, with their centres of mass");
     tablet.background(paper);
-    tablet.size(640, 480);
+    tablet.size(640, 462);
     std::cout << std::fixed << std::setprecision(1);
     for (const RegionCPtr& part : parts.regions()) {
         const gmVector<2> centre = part->centerOfMass(true);

@@ -1,10 +1,12 @@
 // Geometries of Boost and our shapes.
 #include "interop/boost_geometry.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <boost/geometry.hpp>
 #include <boost/geometry/geometries/point_xy.hpp>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <sstream>
@@ -26,6 +28,7 @@ using gnBoostGeometry::regionFrom;
 using gnBoostGeometry::regionsFrom;
 using gnBoostGeometry::RingView;
 using interop_test::backwards;
+using interop_test::doubling;
 using interop_test::nest;
 using interop_test::outlines;
 using interop_test::Points;
@@ -166,6 +169,38 @@ TEST(BoostMultiPolygonView, NamesWhatAPolygonIsNot) {
     inner->holes(std::vector<RegionCPtr>());
 }
 
+TEST(BoostMultiPolygons, MayBeNestedDeeply) {
+    const RegionCPtr region = nest(20000);
+    const MultiPolygonView polygons(*region);
+    EXPECT_EQ(polygons.end() - polygons.begin(), 10000);
+    EXPECT_EQ(modelFrom<MultiPolygon>(*region).size(), 10000U);
+    // Every outline adds what it has more than the next one: 4 (i + 1)^2 - 4 i^2.
+    EXPECT_EQ(bg::area(polygons), 4.0 * 20000.0 * 20001.0 / 2.0);
+}
+
+TEST(BoostMultiPolygons, NameWhatIsBadDeepInANest) {
+    RegionCPtr inner = shared({{0, 0}, {0.5, 0}, {nan, 0.5}});
+    std::string name;
+    for (int i = 0; i < 4000; ++i) {
+        inner = shared(square(-i - 1, -i - 1, 2 * i + 2), {inner});
+        name += "hole 0, ";
+    }
+    const std::string expected = name + "outline, point 2: a coordinate is not finite";
+    EXPECT_EQ(refusal([&] { MultiPolygonView{*inner}; }), expected);
+    EXPECT_EQ(refusal([&] { modelFrom<MultiPolygon>(*inner); }), expected);
+}
+
+TEST(BoostMultiPolygons, RefuseHolesThatAreSharedOnTooManyLevels) {
+    const std::string why = "more than 262144 outlines came before: regions and holes are shared too often";
+    const RegionCPtr region = doubling(40);
+    EXPECT_THAT(refusal([&] { MultiPolygonView{*region}; }), testing::EndsWith(", hole 1: " + why));
+    EXPECT_THAT(refusal([&] {
+                    modelFrom<MultiPolygon>({nest(3), region});
+                }),
+                testing::AllOf(testing::StartsWith("region 1, hole 0, "), testing::EndsWith(": " + why)));
+    EXPECT_EQ(modelFrom<MultiPolygon>(*doubling(3)).size(), 1U + 4U);
+}
+
 TEST(BoostAlgorithms, UniteIntersectAndSubtractRegions) {
     support::Random random(4);
     for (int round = 0; round < 30; ++round) {
@@ -212,7 +247,7 @@ using Models =
                    bg::model::polygon<bg::model::d2::point_xy<float>, false, false>, bg::model::polygon<Integers>,
                    bg::model::polygon<bg::model::point<long double, 2, bg::cs::cartesian>, false>,
                    bg::model::polygon<bg::model::point<std::int64_t, 2, bg::cs::cartesian>>>;
-TYPED_TEST_SUITE(BoostModels, Models);
+TYPED_TEST_SUITE(BoostModels, Models, );
 
 TYPED_TEST(BoostModels, OfPolygonsGoThereAndBack) {
     const gmRegion region = plate();
@@ -345,6 +380,19 @@ TEST(OursFromBoostModels, RefuseDigitsThatADoubleHasNot) {
     EXPECT_EQ(contourFrom(Long{{0.25L, std::numeric_limits<long double>::infinity()}}).points()[0],
               gmVector<2>(0.25, std::numeric_limits<double>::infinity()));
     EXPECT_EQ(refusal([] { contourFrom(Line(), 1UL << 32U); }), "label does not fit in 32 bits");
+}
+
+TEST(OursFromBoostModels, AreClosedWhereTheRepeatedPointHasANaN) {
+    for (const gmVector<2>& first : {gmVector<2>(nan, 1), gmVector<2>(1, nan), gmVector<2>(nan, nan)}) {
+        const gmContour contour = contourFrom(Ring{first, {4, 0}, {4, 3}, first});
+        ASSERT_EQ(contour.points().size(), 3U);
+        EXPECT_EQ(std::isnan(contour.points()[0].x()), std::isnan(first.x()));
+        EXPECT_EQ(std::isnan(contour.points()[0].y()), std::isnan(first.y()));
+        EXPECT_EQ(regionFrom(Polygon{{first, {4, 0}, {4, 3}, first}}).points().size(), 3U);
+    }
+    const std::string open = "the ring is open: its last point is not the first one again";
+    EXPECT_EQ(refusal([] { contourFrom(Ring{{nan, 1}, {4, 0}, {4, 3}, {2, 1}}); }), open);
+    EXPECT_EQ(refusal([] { contourFrom(Ring{{nan, 1}, {4, 0}, {4, 3}, {nan, 2}}); }), open);
 }
 
 TEST(OursFromBoostModels, KeepTheDirectionOfContoursAndTurnRegions) {

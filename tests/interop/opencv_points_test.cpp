@@ -24,7 +24,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 template <class Number>
 class OpenCvPointsOf : public testing::Test {};
 using Numbers = testing::Types<unsigned char, signed char, unsigned short, short, int, std::int64_t, float, double>;
-TYPED_TEST_SUITE(OpenCvPointsOf, Numbers);
+TYPED_TEST_SUITE(OpenCvPointsOf, Numbers, );
 
 TYPED_TEST(OpenCvPointsOf, GoThereAndBackUnchanged) {
     using Point = cv::Point_<TypeParam>;

@@ -13,6 +13,7 @@
 
 namespace {
 
+using interop_test::doubling;
 using interop_test::nest;
 using interop_test::outlines;
 using interop_test::Points;
@@ -318,6 +319,24 @@ TEST(RegionsAsContours, RefuseHolesThatHoldEachOther) {
     EXPECT_EQ(refusal([&] { gnOpenCv::contoursFrom({outer}, hierarchy); }),
               "region 0, hole 0, hole 0: holes form a cycle");
     inner->holes(std::vector<RegionCPtr>());
+}
+
+TEST(RegionsAsContours, RefuseHolesThatAreSharedOnTooManyLevels) {
+    const std::string why = "more than 262144 outlines came before: regions and holes are shared too often";
+    Hierarchy hierarchy = {{1, 2, 3, 4}};
+    EXPECT_THAT(refusal([&] {
+                    gnOpenCv::contoursFrom({nest(2), doubling(40)}, hierarchy);
+                }),
+                testing::AllOf(testing::StartsWith("region 1, hole 0, "), testing::EndsWith(", hole 1: " + why)));
+    EXPECT_EQ(hierarchy, (Hierarchy{{1, 2, 3, 4}}));
+    // The outlines of all regions count together.
+    const RegionCPtr most = doubling(18);
+    const std::size_t outlines = (std::size_t{1} << 18) - 1;
+    EXPECT_EQ(gnOpenCv::contoursFrom({most}, hierarchy).size(), outlines);
+    EXPECT_THAT(refusal([&] {
+                    gnOpenCv::contoursFrom({most, most}, hierarchy);
+                }),
+                testing::AllOf(testing::StartsWith("region 1, hole 0, "), testing::EndsWith(": " + why)));
 }
 
 TEST(RegionsAsContours, MayBeNestedDeeply) {

@@ -50,6 +50,15 @@ inline RegionCPtr nest(int depth) {
     return inner;
 }
 
+/// A region with the same hole twice, which has the same hole twice, and so on: 2^depth outlines of as many regions as
+/// there are levels.
+inline RegionCPtr doubling(int depth) {
+    RegionCPtr inner = nest(1);
+    for (int i = 1; i < depth; ++i)
+        inner = shared(square(-i - 1, -i - 1, 2 * i + 2), {inner, inner});
+    return inner;
+}
+
 inline std::vector<Points> outlines(const gmRegion& region) {
     std::vector<Points> all{region.points()};
     for (const RegionCPtr& hole : region.holes())

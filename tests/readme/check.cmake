@@ -1,7 +1,7 @@
 # The code on a page is the code of its programs, which are built and run, and the output on it is what they print.
 # usage: cmake -DPAGE=... -DPROGRAMS="FIRST.cpp;SECOND.cpp" -P check.cmake
-# The page's blocks of C++ are parts of the programs, in this order; its blocks of text are the outputs of those programs
-# that have one beside them (FIRST.txt), in the same order.
+# The page's blocks of C++ are parts of the programs, in this order; its blocks of text, if there is one, are the outputs of
+# those programs that have one beside them (FIRST.txt), in the same order.
 file(READ "${PAGE}" rest)
 set(texts "")
 foreach(program IN LISTS PROGRAMS)
@@ -33,6 +33,10 @@ if(rest MATCHES "```cpp\n")
 endif()
 
 file(READ "${PAGE}" rest)
+list(REMOVE_DUPLICATES texts)
+if(NOT rest MATCHES "```text\n")
+  set(texts "")
+endif()
 foreach(output IN LISTS texts)
   if(NOT rest MATCHES "```text\n([^`]*)```")
     message(FATAL_ERROR "${PAGE} does not show ${output}")

@@ -1,6 +1,6 @@
 # A program prints what is kept of it.
-# usage: cmake -DPROGRAM=... -DEXPECTED=... -P prints.cmake
-execute_process(COMMAND "${PROGRAM}" OUTPUT_VARIABLE printed RESULT_VARIABLE status)
+# usage: cmake -DPROGRAM=... [-DARGUMENTS="FIRST;SECOND"] -DEXPECTED=... -P prints.cmake
+execute_process(COMMAND "${PROGRAM}" ${ARGUMENTS} OUTPUT_VARIABLE printed RESULT_VARIABLE status)
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "${PROGRAM} ends with ${status}")
 endif()

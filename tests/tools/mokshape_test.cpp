@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <filesystem>
 #include <nlohmann/json.hpp>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -43,14 +42,6 @@ SampleCount countSample(const std::string& name) {
     return count;
 }
 
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
-    return lines;
-}
-
 TEST_F(Mokshape, MeasuresEveryOutlineOfTheSamples) {
     struct Sample {
         const char* name;
@@ -86,7 +77,7 @@ TEST_F(Mokshape, MeasuresEveryOutlineOfTheSamples) {
 TEST_F(Mokshape, EndsTheTableOfAllSamplesWithTheirSum) {
     const Run run = this->run("measure '" + samples + "'/*.geojson");
     EXPECT_EQ(run.status, 0);
-    const std::vector<std::string> lines = linesOf(run.out);
+    const std::vector<std::string> lines = support::linesOf(run.out);
     EXPECT_EQ(lines.back(), "298 outlines, 25319 vertices, 115 holes, 1 self-crossing");
     for (const std::string& line : lines)
         EXPECT_LE(line.size(), line.find('/') == std::string::npos ? 155u : 4096u) << line;
@@ -96,7 +87,7 @@ TEST_F(Mokshape, WritesTheSameNumbersAsJsonAndCsv) {
     const std::string file = '\'' + samples + "/coins.geojson'";
     const Json document = Json::parse(run("measure --format json " + file).out);
     const Json& outlines = document["outlines"];
-    const std::vector<std::string> rows = linesOf(run("measure --format csv " + file).out);
+    const std::vector<std::string> rows = support::linesOf(run("measure --format csv " + file).out);
     ASSERT_EQ(rows.size(), outlines.size() + 2);
     const auto cellsOf = [](const std::string& line) {
         std::vector<std::string> cells(1);
@@ -259,7 +250,7 @@ TEST_F(Mokshape, ExplainsItselfWithExamplesThatRun) {
         const Run help = run(std::string(command) + "--help");
         EXPECT_EQ(help.status, 0);
         examples.push_back(0);
-        for (const std::string& line : linesOf(help.out)) {
+        for (const std::string& line : support::linesOf(help.out)) {
             EXPECT_LE(line.size(), 100u) << line;
             if (line.rfind(example + command, 0) != 0)
                 continue;

@@ -36,8 +36,8 @@ for ((i = 0; i < ${#blocks[@]}; i += 2)); do
     *.sh) bash -euo pipefail "$code" >../out ;;
     *.python) python3 "$code" >../out ;;
     *.cpp)
-      "${CXX:-c++}" -std=c++17 -Wall -Wextra -Werror -x c++ "$code" -o ../recipe
-      ../recipe >../out
+      # Left of a || nothing ends at its first failure by itself.
+      "${CXX:-c++}" -std=c++17 -Wall -Wextra -Werror -x c++ "$code" -o ../recipe && ../recipe >../out
       ;;
     *) echo "code in an unknown language: $code" >&2; exit 1 ;;
   esac || { echo "the recipe failed:" >&2; cat "$code" >&2; exit 1; }

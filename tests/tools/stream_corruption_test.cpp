@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -16,21 +15,13 @@ namespace {
 using Json = nlohmann::json;
 using StreamCorruption = support::InFolder;
 
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream in(text);
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
-    return lines;
-}
-
 std::vector<std::string> goodRecords() {
     std::vector<std::string> records{
         R"({"type":"Polygon","coordinates":[[[0,0],[2,2],[2,0],[0,2],[0,0]]]})",
         R"({"type":"Feature","id":"a","properties":null,"geometry":{"type":"GeometryCollection","geometries":[]}})",
         R"({"type":"Feature","id":5,"properties":{"label":3,"x":[{},"\u00e9\\"]},"geometry":{"type":"MultiPolygon",)"
         R"("coordinates":[[[[0,0],[9,0],[9,9],[0,0]],[[5,1],[6,1],[6,2],[5,1]]],[[[20,0],[29,0],[29,9],[20,0]]]]}})"};
-    for (std::string line : linesOf(support::readWhole(std::string(MOK_SAMPLES_DIR) + "/letters.geojson"))) {
+    for (std::string line : support::linesOf(support::readWhole(std::string(MOK_SAMPLES_DIR) + "/letters.geojson"))) {
         if (line.find("\"Feature\"") == std::string::npos || line.size() > 1500)
             continue;
         line.erase(line.find_last_of('}') + 1);
@@ -79,7 +70,7 @@ class Damage {
 /// Counted as the page on streams says, and not with the reader under test.
 std::size_t recordsIn(const std::string& stream) {
     std::size_t count = 0;
-    for (std::string line : linesOf(stream)) {
+    for (std::string line : support::linesOf(stream)) {
         if (!line.empty() && line[0] == '\x1e')
             line.erase(0, 1);
         if (line.compare(0, 3, "\xef\xbb\xbf") == 0)
@@ -101,7 +92,7 @@ TEST_F(StreamCorruption, EveryLineThatIsNotBlankHasOneAnswer) {
         SCOPED_TRACE(command);
         const Run run = this->run(command + " --keep-going < in");
         EXPECT_EQ(run.status, 1);
-        const std::vector<std::string> answers = linesOf(run.out);
+        const std::vector<std::string> answers = support::linesOf(run.out);
         EXPECT_EQ(answers.size(), recordsIn(stream));
         std::size_t refused = 0;
         for (const std::string& answer : answers) {
@@ -134,7 +125,7 @@ TEST_F(StreamCorruption, EveryDamagedArchiveHasOneAnswer) {
     write("in", stream);
     const Run run = this->run("measure - --input mok --keep-going < in");
     EXPECT_EQ(run.status, 1);
-    const std::vector<std::string> answers = linesOf(run.out);
+    const std::vector<std::string> answers = support::linesOf(run.out);
     ASSERT_EQ(answers.size(), archives);
     for (std::size_t i = 0; i < archives; ++i) {
         const Json json = Json::parse(answers[i], nullptr, false);
@@ -155,7 +146,7 @@ TEST_F(StreamCorruption, LengthsThatAreNoneEndTheRunWithAnError) {
         write("in", damage(stream));
         const Run run = this->run("measure - --input mok --keep-going < in");
         EXPECT_TRUE(run.status == 0 || run.status == 1) << run.status << run.err;
-        for (const std::string& answer : linesOf(run.out))
+        for (const std::string& answer : support::linesOf(run.out))
             EXPECT_TRUE(Json::parse(answer, nullptr, false).is_object()) << answer;
     }
 }

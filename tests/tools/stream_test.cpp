@@ -190,6 +190,12 @@ TEST_F(MeasureStream, RefusesArchivesThatAreNotOneShape) {
                             HasSubstr("not an archive")));
 }
 
+TEST_F(MeasureStream, SaysWhichOutlineOfAnArchiveIsRefused) {
+    const std::string point = support::archived(support::heldContour("1 2", false));
+    EXPECT_EQ(answer(length(point) + point, "measure - --input mok"),
+              R"({"error":"byte 5, object 1, part 1: a line needs at least 2 vertices, and this one has 1"})");
+}
+
 TEST_F(MeasureStream, RefusesLengthsThatCannotBe) {
     EXPECT_EQ(runOn("\xff\xff\xff\xff", "measure - --input mok").err,
               "mokshape: standard input, archive 1: the length is 4294967295 bytes, and an archive of the stream may "
@@ -214,7 +220,7 @@ TEST_F(MeasureStream, AnswersEachRecordThatIsRefusedAndCountsThemAtTheEnd) {
     const std::string point = feature(R"("id":"p")", R"({"type":"Point","coordinates":[1,2]})");
     const Run run = runOn(line + '\n' + point + "\n\n" + line, "measure - --keep-going");
     EXPECT_EQ(run.status, 1);
-    EXPECT_THAT(run.out, HasSubstr("}\n{\"id\":\"p\",\"error\":\"feature 1: the type is \\\"Point\\\"; "));
+    EXPECT_THAT(run.out, HasSubstr("}\n{\"id\":\"p\",\"error\":\"the type is \\\"Point\\\"; "));
     EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 3);
     EXPECT_EQ(run.err, "mokshape: standard input: 1 of 3 records was refused\n");
 }
@@ -227,7 +233,7 @@ TEST_F(MeasureStream, SaysOfEachRecordWhyItIsRefused) {
         return R"({"type":"LineString","coordinates":)" + coordinates + '}';
     };
     EXPECT_EQ(errorOf(ofLine("[[0,0],[1,2,3]]")),
-              "feature 1, part 1: position 2 has 3 coordinates; only positions in the plane (x, y) can be read");
+              "part 1: position 2 has 3 coordinates; only positions in the plane (x, y) can be read");
     EXPECT_THAT(errorOf(ofLine("[[NaN,0],[1,1]]")), StartsWith("not valid JSON: "));
     EXPECT_THAT(errorOf(ofLine("[[Infinity,0],[1,1]]")), StartsWith("not valid JSON: "));
     EXPECT_THAT(errorOf(ofLine("[[1e999,0],[1,1]]")), StartsWith("not valid JSON: number overflow"));
@@ -245,13 +251,13 @@ TEST_F(MeasureStream, SaysOfEachRecordWhyItIsRefused) {
     EXPECT_THAT(errorOf(R"({"type":"Polygon","coordinates":[[[0,0],[1,0],[1,1]]]})"),
                 HasSubstr("a ring needs at least 4"));
     EXPECT_THAT(errorOf(R"({"type":"Polygon","coordinates":[[[0,0],[4,0],[4,3],[0,0]],[[1,0],[3,0],[3,1],[1,0]]]})"),
-                StartsWith("feature 1, part 1, ring 2: "));
+                StartsWith("part 1, ring 2: "));
 }
 
 TEST_F(RegularizeStream, SaysWhichOutlineCannotBeCleaned) {
     const std::string noStart = R"({"type":"Polygon","coordinates":[[[0,0],[0,2],[2,1],[0,1],[1,1],[0,0]]]})";
     EXPECT_EQ(answer(feature(R"("id":3)", noStart), "regularize -"),
-              R"({"id":3,"error":"feature 1, part 1, ring 1: the outline crosses itself and cannot be cleaned: )"
+              R"({"id":3,"error":"part 1, ring 1: the outline crosses itself and cannot be cleaned: )"
               R"(invalid contour"})");
 }
 
@@ -342,7 +348,7 @@ TEST_F(Stream, RefusesOptionsThatDoNotGoWithIt) {
     write("in", plain + '\n');
     const std::string answered = ": standard input (-) is answered on standard output, a line each record\n";
     EXPECT_EQ(run("measure - --svg a.svg < in").err, "mokshape: --svg" + answered);
-    EXPECT_EQ(run("measure - --format csv < in").err, "mokshape: --format" + answered);
+    EXPECT_EQ(run("measure - --format csv < in").err, "mokshape: --format: standard input (-) is answered in json\n");
     EXPECT_EQ(run("measure - --format json < in").status, 0);
     EXPECT_EQ(run("regularize - -o a.wkt < in").err, "mokshape: --output" + answered);
     EXPECT_EQ(run("regularize - --svg a.svg < in").err, "mokshape: --svg" + answered);

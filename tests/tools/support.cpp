@@ -56,6 +56,14 @@ mokshape::MeasuredFile measured(mokshape::RegionFile regions) {
     return mokshape::measure(std::move(regions), progress);
 }
 
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    return lines;
+}
+
 std::string readWhole(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file)

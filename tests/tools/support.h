@@ -31,6 +31,9 @@ std::string fileErrorOf(Call call) {
     return "no error";
 }
 
+/// Without their ends.
+std::vector<std::string> linesOf(const std::string& text);
+
 std::string readWhole(const std::string& path);
 void writeWhole(const std::string& path, const std::string& bytes);
 

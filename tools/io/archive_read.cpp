@@ -30,7 +30,9 @@ constexpr std::size_t alwaysBytes = std::size_t{64} << 20;
 
 class Reader {
   public:
-    explicit Reader(std::size_t archiveBytes) : mostBytes_(std::max(alwaysBytes, archiveBytes * mostBytesEach)) {}
+    /// Where features are not numbered, messages do not name them, and outlines have the number 0.
+    Reader(std::size_t archiveBytes, bool numbersFeatures)
+        : mostBytes_(std::max(alwaysBytes, archiveBytes * mostBytesEach)), numbersFeatures_(numbersFeatures) {}
 
     void takeFeature(const gmPersistent* object) {
         ++feature_;
@@ -98,10 +100,14 @@ class Reader {
     /// Counts what a shape takes in the outlines, or a list of shapes to walk through.
     void spend(std::size_t bytes) {
         bytes_ += bytes;
-        if (bytes_ > mostBytes_)
-            throw FileError(placeText(feature_, part_) +
-                            ": the shapes that stand in several places come to more than can be repeated");
+        if (bytes_ <= mostBytes_)
+            return;
+        const std::string place = placeText(number(), part_);
+        throw FileError((place.empty() ? "" : place + ": ") +
+                        "the shapes that stand in several places come to more than can be repeated");
     }
+
+    std::size_t number() const { return numbersFeatures_ ? feature_ : 0; }
 
     template <class Shape>
     void look(const Shape& shape) {
@@ -173,7 +179,7 @@ class Reader {
         spend(sizeof(Outline) + contour.points().size() * sizeof(gmVector<2>));
         withEdgePoints_ += dynamic_cast<const gmContourT<gmEdgelet>*>(&contour) != nullptr;
         Outline outline;
-        outline.feature = feature_;
+        outline.feature = number();
         outline.part = part_;
         outline.ring = ring;
         outline.kind = kind;
@@ -197,6 +203,7 @@ class Reader {
     }
 
     const std::size_t mostBytes_;
+    const bool numbersFeatures_;
     std::size_t bytes_ = 0;
     std::vector<Outline> outlines_;
     std::size_t feature_ = 0;
@@ -245,17 +252,20 @@ void read(std::string_view bytes, Reader& reader) {
 }  // namespace
 
 std::vector<Outline> readArchive(std::string_view bytes, Notes* notes) {
-    Reader reader(bytes.size());
+    Reader reader(bytes.size(), true);
     read(bytes, reader);
     reader.addNotes(notes);
     return reader.outlines();
 }
 
 std::vector<Outline> readArchiveShape(std::string_view bytes) {
-    Reader reader(bytes.size());
+    Reader reader(bytes.size(), false);
     read(bytes, reader);
     reader.checkSingle();
-    return reader.outlines();
+    std::vector<Outline> outlines = reader.outlines();
+    for (Outline& outline : outlines)
+        outline.feature = 1;
+    return outlines;
 }
 
 }  // namespace mokshape

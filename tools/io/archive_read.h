@@ -19,7 +19,8 @@ namespace mokshape {
 /// outline: too few vertices, coordinates that are not finite, much more in all than the archive is long.
 std::vector<Outline> readArchive(std::string_view bytes, Notes* notes = nullptr);
 
-/// The same for an archive of one pointer: a shape or the empty handle. Throws: FileError also for any other archive.
+/// The same for an archive of one pointer: a shape or the empty handle. Throws: FileError also for any other archive;
+/// messages do not name the only feature.
 std::vector<Outline> readArchiveShape(std::string_view bytes);
 
 }  // namespace mokshape

@@ -38,6 +38,9 @@ const Json* member(const Json& object, const char* name) {
 
 class Reader {
   public:
+    /// Where features are not numbered, messages do not name them, and outlines have the number 0.
+    explicit Reader(bool numbersFeatures) : numbersFeatures_(numbersFeatures) {}
+
     std::vector<Outline> read(const Json& document) {
         typeOf(document);  // a fault of the whole document is not one of its first feature
         readItem(document, 0);
@@ -88,12 +91,12 @@ class Reader {
     void readItem(const Json& item, int depth) {
         checkNesting(depth);
         // Counted before it is looked at: also what should be a feature and is not has its number.
-        ++feature_;
+        feature_ += numbersFeatures_;
         part_ = 0;
         label_ = 0;
         const std::string& type = typeOf(item);
         if (type == "FeatureCollection") {
-            --feature_;
+            feature_ -= numbersFeatures_;
             takeOthers(item, {"type", "features"}, otherMembers_);
             for (const Json& inner : arrayOf(item, "features"))
                 readItem(inner, depth + 1);
@@ -231,6 +234,7 @@ class Reader {
         return points;
     }
 
+    const bool numbersFeatures_;
     std::vector<Outline> outlines_;
     std::size_t feature_ = 0;
     std::size_t part_ = 0;
@@ -317,7 +321,7 @@ Json parse(std::string_view text) {
 
 std::vector<Outline> readGeoJson(std::string_view text, Notes* notes) {
     const Json document = parse(text);
-    Reader reader;
+    Reader reader(true);
     std::vector<Outline> outlines = reader.read(document);
     reader.addNotes(notes);
     return outlines;
@@ -331,7 +335,10 @@ std::vector<Outline> readGeoJsonFeature(std::string_view text, FeatureText& as) 
         if (type && *type == "FeatureCollection")
             throw FileError("the type is \"FeatureCollection\"; a single Feature or geometry is expected");
     }
-    return Reader().read(document);
+    std::vector<Outline> outlines = Reader(false).read(document);
+    for (Outline& outline : outlines)
+        outline.feature = 1;
+    return outlines;
 }
 
 std::string geometryText(const std::vector<Outline>& outlines) {

@@ -20,7 +20,7 @@ namespace mokshape {
 std::vector<Outline> readGeoJson(std::string_view text, Notes* notes = nullptr);
 
 /// The same for a text of one Feature or one geometry, which `as` gets as it stands there: also when it is refused, as
-/// long as it is a JSON object.
+/// long as it is a JSON object. Messages do not name the only feature.
 std::vector<Outline> readGeoJsonFeature(std::string_view text, FeatureText& as);
 
 /// The geometry that writeGeoJson() writes for outlines of one feature, whatever their labels; null for none.

@@ -20,11 +20,14 @@ void addNote(Notes* notes, std::size_t count, const char* one, const char* many)
 }
 
 std::string placeText(std::size_t feature, std::size_t part, std::size_t ring) {
-    std::string text = "feature " + std::to_string(feature);
-    if (part > 0)
-        text += ", part " + std::to_string(part);
-    if (ring > 0)
-        text += ", ring " + std::to_string(ring);
+    std::string text;
+    const auto add = [&text](const char* what, std::size_t number) {
+        if (number > 0)
+            text += (text.empty() ? "" : ", ") + std::string(what) + ' ' + std::to_string(number);
+    };
+    add("feature", feature);
+    add("part", part);
+    add("ring", ring);
     return text;
 }
 

@@ -46,7 +46,7 @@ class FileError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// "feature 3, part 2, ring 1": where an error message points to. Part and ring are left out where they are 0.
+/// "feature 3, part 2, ring 1": where an error message points to. What is 0 is left out.
 std::string placeText(std::size_t feature, std::size_t part = 0, std::size_t ring = 0);
 
 /// Takes a ring as files hold it into the outline: checks that it is closed and has at least four positions, and

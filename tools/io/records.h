@@ -18,8 +18,7 @@ struct Record {
 /// Where a record of a stream ends.
 enum class Framing {
     /// At the end of a line, or of the stream. Blank lines are no records. A record separator (0x1E) at the beginning
-    /// of
-    /// a line is no part of it, so that a sequence of GeoJSON texts of one line each can be read.
+    /// of a line is no part of it, so that a sequence of GeoJSON texts of one line each can be read.
     eLines,
     /// After as many bytes as the four bytes before it say, the least significant first.
     eLengths,

@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstddef>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -46,26 +47,29 @@ std::vector<MeasuredFile> measureFiles(const Options& options) {
     return measured;
 }
 
+std::string answerTo(std::vector<Outline> shape, gmContourDefs::IntersectionMode mode) {
+    Progress progress(std::cerr, false);
+    RegionFile regions = takeRegions({"", std::move(shape)}, mode, progress);
+    regions.file.name = streamName;
+    return jsonOfShapes(measureSingly(std::move(regions), progress)).front();
+}
+
 /// The object of the report for a single shape; several, or none, are its list "outlines".
 std::string answerTo(StreamFeature& feature, gmContourDefs::IntersectionMode mode) {
-    Progress progress(std::cerr, false);
-    RegionFile regions = takeRegions({"", std::move(feature.outlines)}, mode, progress);
-    regions.file.name = streamName;
-    const std::vector<std::string> shapes = jsonOfShapes(measureSingly(std::move(regions), progress));
-    if (shapes.size() == 1)
-        return withId(feature.text, shapes.front());
-    std::string list;
-    for (const std::string& shape : shapes)
-        list += (list.empty() ? "" : ",") + shape;
-    return withId(feature.text, "{\"outlines\":[" + list + "]}");
+    std::size_t shapes = 0;
+    std::string text;
+    forEachShape(feature, [&](std::vector<Outline> shape) {
+        text += (shapes++ > 0 ? "," : "") + answerTo(std::move(shape), mode);
+    });
+    return withId(feature.text, shapes == 1 ? std::move(text) : "{\"outlines\":[" + std::move(text) + "]}");
 }
 
 void runAsStream(const Options& options, const CLI::App& command) {
     if (options.files.size() > 1)
         throw FileError("-: standard input is measured by itself, without files");
     checkStream(command, {"--svg"});
-    if (options.format != "json")
-        checkStream(command, {"--format"});
+    if (options.format != "json" && command.get_option("--format")->count() > 0)
+        throw FileError("--format: standard input (-) is answered in json");
     const gmContourDefs::IntersectionMode mode = modeOf(options.mode);
     runStream(options.stream, [mode](StreamFeature& feature) { return answerTo(feature, mode); });
 }

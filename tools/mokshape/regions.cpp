@@ -104,8 +104,9 @@ void cleanOutline(gmRegion& region, gmContourDefs::IntersectionMode mode, const 
 }
 
 void refuse(const std::string& file, const Outline& outline, const std::string& why) {
-    throw FileError((file.empty() ? "" : printable(file) + ": ") +
-                    placeText(outline.feature, outline.part, outline.ring) + ": " + why);
+    throw FileError((file.empty() ? placeText(0, outline.part, outline.ring)
+                                  : printable(file) + ": " + placeText(outline.feature, outline.part, outline.ring)) +
+                    ": " + why);
 }
 
 std::vector<RegionFile> readRegions(const std::vector<std::string>& names, gmContourDefs::IntersectionMode mode,

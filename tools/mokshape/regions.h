@@ -43,7 +43,8 @@ std::vector<RegionFile> readRegions(const std::vector<std::string>& names, gmCon
 void cleanOutline(gmRegion& region, gmContourDefs::IntersectionMode mode, const std::string& file,
                   const Outline& outline);
 
-/// Throws the FileError that names file, feature, part and ring. A file without a name is not named.
+/// Throws the FileError that names file, feature, part and ring. Without a name of the file, it is a record by itself:
+/// neither file nor feature are named then.
 [[noreturn]] void refuse(const std::string& file, const Outline& outline, const std::string& why);
 
 /// How long an outline takes to clean and to measure, in no particular unit: crossings and the diameter compare every

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <sstream>
@@ -97,11 +98,17 @@ void replaceGeometry(FeatureText& feature, const std::vector<Outline>& outlines)
 /// What is not replaced comes back as it stands in the text.
 std::string answerTo(StreamFeature& feature, const RewriteCommand& command, gmContourDefs::IntersectionMode mode) {
     Progress progress(std::cerr, false);
-    const Rewritten after = command.rewrite({"", std::move(feature.outlines)}, mode, progress);
+    std::vector<Outline> outlines;
+    bool isReplaced = false;
+    forEachShape(feature, [&](std::vector<Outline> shape) {
+        Rewritten after = command.rewrite({"", std::move(shape)}, mode, progress);
+        std::move(after.outlines.begin(), after.outlines.end(), std::back_inserter(outlines));
+        isReplaced = isReplaced || !after.replaced.empty();
+    });
     if (!feature.text)
-        return textOf(featureOf(after.outlines));
-    if (!after.replaced.empty())
-        replaceGeometry(*feature.text, after.outlines);
+        return textOf(featureOf(outlines));
+    if (isReplaced)
+        replaceGeometry(*feature.text, outlines);
     return textOf(*feature.text);
 }
 

@@ -2,7 +2,9 @@
 
 #include <CLI/CLI.hpp>
 #include <csignal>
+#include <cstddef>
 #include <exception>
+#include <iterator>
 #include <limits>
 #include <new>
 #include <utility>
@@ -10,6 +12,7 @@
 #include "tools/io/archive_read.h"
 #include "tools/io/file.h"
 #include "tools/io/geojson.h"
+#include "tools/io/grouping.h"
 #include "tools/io/records.h"
 #include "tools/io/text.h"
 #include "tools/mokshape/cells.h"
@@ -90,16 +93,29 @@ void runStream(const StreamOptions& options, const std::function<std::string(Str
             ++refused;
             line = withId(feature.text, jsonText({{"error", error.what()}}));
         }
-        writeStandardOutput(line + '\n');
+        line += '\n';
+        writeStandardOutput(line);
     }
     if (refused > 0)
         throw FileError("standard input: " + std::to_string(refused) + " of " + counted(records, "record", "records") +
                         (refused == 1 ? " was refused" : " were refused"));
 }
 
-std::string withId(const std::optional<FeatureText>& text, const std::string& object) {
+void forEachShape(StreamFeature& feature, const std::function<void(std::vector<Outline>)>& take) {
+    for (const Feature& group : groupByFeature(feature.outlines))
+        for (const Part& part : group.parts) {
+            const auto outline = [&](std::size_t i) {
+                return std::make_move_iterator(feature.outlines.begin() + static_cast<std::ptrdiff_t>(i));
+            };
+            take({outline(part.first), outline(part.last)});
+        }
+}
+
+std::string withId(const std::optional<FeatureText>& text, std::string object) {
     const std::string id = text ? text->id() : std::string();
-    return id.empty() ? object : "{\"id\":" + id + ',' + object.substr(1);
+    if (!id.empty())
+        object.insert(1, "\"id\":" + id + ',');
+    return object;
 }
 
 }  // namespace mokshape

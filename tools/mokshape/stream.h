@@ -44,10 +44,15 @@ struct StreamFeature {
 ///
 /// A record that cannot be read, or whose answer throws, is answered with the error where the stream keeps going.
 /// Throws: FileError that names the record, where it does not; after the last record, when any was refused; and when
-/// standard input or output fails.
+/// standard input or output fails. std::bad_alloc in either case: a record may take hundreds of times its bytes, an
+/// archive with shared shapes more; --max-record is the remedy.
 void runStream(const StreamOptions& options, const std::function<std::string(StreamFeature&)>& answer);
 
+/// Hands out the outlines of each polygon or line by themselves. All at once as regions, with their measures, a record
+/// of a few bytes a shape would take much memory.
+void forEachShape(StreamFeature& feature, const std::function<void(std::vector<Outline>)>& take);
+
 /// The JSON object with the id of the feature, where it has one, as first member. The object is not empty.
-std::string withId(const std::optional<FeatureText>& text, const std::string& object);
+std::string withId(const std::optional<FeatureText>& text, std::string object);
 
 }  // namespace mokshape
